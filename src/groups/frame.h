@@ -1,0 +1,39 @@
+// The frame every command group follows: parse the group's options, look the
+// command word up in the group's table, run its handler.
+#pragma once
+
+#include <cstddef>
+
+#include "argparse.h"
+
+// Handlers get the command word as element 0 and its positional arguments
+// after it (options already removed); the result is the exit status.
+typedef int command_handler(int argc, char **argv);
+
+struct CommandEntry {
+  const char *name;
+  command_handler *handler;
+};
+
+struct GroupFrame {
+  const char *const *usages;        // ended by a null
+  const argparse_option *options;   // ended by OPT_END(), help first
+  const CommandEntry *commands;
+  size_t command_count;
+  const char *description;          // null: none
+  const char *epilog;               // null: none
+  bool describe_after_parse;        // attach description/epilog only after parsing
+  // Runs after parsing and before the lookup (the vek group applies its
+  // options to the configuration here). Null: nothing.
+  void (*after_parse)();
+};
+
+template <size_t N>
+constexpr size_t countof(const CommandEntry (&)[N]) { return N; }
+
+// Parses (unknown options are dropped), then runs the first command whose name
+// matches exactly. No command word or no match: 1, with no output.
+int group_run(const GroupFrame &frame, int argc, char **argv);
+
+// Uniform argument errors: report code 1 with the detail, return 1.
+int wrong_arg_number(int argc);  // "Wrong arg number: %d"

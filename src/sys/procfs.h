@@ -1,0 +1,35 @@
+// The engine's control files: one verb per write, whole-file reads that do
+// not trust the size procfs reports, and tagged records ("d:qnum:42").
+#pragma once
+
+#include "sys/text.h"
+
+// One formatted verb (512 bytes at most) in one write call; the file is
+// neither created nor truncated. Bytes written, -1 when the file cannot be
+// opened, 0 for a null format.
+int write_proc_line(const char *path, const char *format, ...) __attribute__((format(printf, 2, 3)));
+// Writes in pieces of at most 128 bytes. Bytes written, or -1.
+int write_proc_data(const char *path, const void *data, int length);
+// Whole file in 128-byte chunks until end of file. 0 when it was opened (data
+// stays null for an empty file), -1 when not (the outputs are left alone).
+int read_proc_file(const char *path, OwnedText *data, int *length);
+// One read of up to `size` bytes; the buffer is always terminated. Count or -1.
+int read_file_into(const char *path, char *buffer, int size);
+// First line beginning with `tag`, newline included. 1 when the file cannot be
+// opened, else 0; `line` is left untouched when no line carries the tag.
+int find_record(const char *path, const char *tag, OwnedText *line);
+// Bytes copied; -1 when the source cannot be opened or a write falls short;
+// -2 when the destination cannot be opened.
+int copy_file(const char *destination, const char *source);
+// Size by seeking to the end; 0 when the file cannot be opened.
+long file_size(const char *path);
+// 1 if "/proc/vek" is a directory.
+int engine_loaded();
+// 1 if a process named "vek_service" runs and "/proc/<pid>" is a directory.
+int service_alive();
+
+// Typed readers: 0 on success, 1 when the file cannot be opened, the record is
+// missing or does not parse; the output is set only on success.
+int read_hyqos_rate(OwnedText *text);  // "j:hyqos_rate:" of /proc/vek/qoe_config, trimmed
+int read_queue_number(int *count);     // "d:qnum:" of /proc/vek/qos_ctrl
+int read_dbdev(OwnedText *text);       // "j:devs:" of /proc/vek/dbdev, trimmed

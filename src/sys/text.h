@@ -1,0 +1,52 @@
+// Growable text buffer, in-place trimming, copies, comparisons that tolerate
+// null strings, and the program's own strtok.
+#pragma once
+
+#include <cstdlib>
+#include <memory>
+
+struct FreeDeleter {
+  void operator()(void *p) const { free(p); }
+};
+// A text allocated with malloc, freed when it goes out of scope.
+using OwnedText = std::unique_ptr<char, FreeDeleter>;
+
+// A zero-filled record is an empty buffer; the destructor frees what is left.
+struct TextBuffer {
+  unsigned int capacity = 0;  // bytes allocated
+  unsigned int length = 0;    // bytes used, not counting the terminator
+  char *data = nullptr;       // null until the first append; terminated after one
+
+  TextBuffer() = default;
+  TextBuffer(const TextBuffer &) = delete;
+  TextBuffer &operator=(const TextBuffer &) = delete;
+  ~TextBuffer() { free(data); }
+};
+
+// Grows to length + count + 256 bytes when length + count + 1 >= capacity.
+// Nothing happens for null bytes or a zero count; a failed growth leaves the
+// text as it was.
+void text_buffer_append(TextBuffer *buffer, const void *bytes, unsigned int count);
+// Formats into 512 bytes (cut) and appends the text when it is not empty.
+void text_buffer_appendf(TextBuffer *buffer, const char *format, ...)
+    __attribute__((format(printf, 2, 3)));
+// Hands the text (may be null) to the caller and empties the buffer.
+OwnedText text_buffer_take(TextBuffer *buffer, unsigned int *length);
+
+// Removes leading and trailing white space in place; returns `text`.
+char *trim(char *text);
+char *trim_spaces(char *text);
+
+OwnedText str_dup(const char *text);
+OwnedText str_ndup(const void *bytes, unsigned int count);
+
+// 0 when both are null or both equal; 1 when exactly one is null; when the
+// lengths differ, strlen(b) - strlen(a); else strcmp.
+int str_equal(const char *a, const char *b);
+// As str_equal with a case-insensitive final comparison.
+int str_equal_nocase(const char *a, const char *b);
+// 0 when both are null, 1 when exactly one is null, else strcmp.
+int str_compare(const char *a, const char *b);
+
+// The program's own strtok (declared by <cstring>) replaces the C library's
+// for the whole process; see text.cc for how it differs.
