@@ -1,0 +1,16 @@
+#include "sys/sysroot.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+const char *sysroot_prefix() {
+  const char *root = getenv("VEKTOOL_SYSROOT");
+  return root ? root : "";
+}
+
+const char *sysroot_path(const char *path, char *buf, size_t size) {
+  const char *root = sysroot_prefix();
+  if (!path || path[0] != '/' || root[0] == '\0') return path;
+  snprintf(buf, size, "%s%s", root, path);
+  return buf;
+}
