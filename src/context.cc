@@ -1,0 +1,4 @@
+#include "context.h"
+
+GlobalOptions g_options;
+GlobalContext g_context;

@@ -1,0 +1,88 @@
+// vektool <group> <command> [args] [options]: finds the installation, reads
+// the global options and the configuration, and hands the rest of the line to
+// one command group. The exit status is the group's result.
+#include <libgen.h>
+
+#include <cstdio>
+#include <cstring>
+
+#include "config/config.h"
+#include "context.h"
+#include "groups/groups.h"
+#include "result.h"
+#include "sys/environ.h"
+#include "sys/sysroot.h"
+
+namespace {
+
+struct GroupEntry {
+  const char *name;
+  int (*main)(int argc, char **argv);
+};
+
+// Fixed order; a group whose commands are not built yet is an unknown group.
+const GroupEntry kGroups[] = {
+    {"mon", mon_main},
+};
+
+// Finds the installation from the executable's link: exe_dir is its
+// directory, root_dir the parent of that. Nothing is checked: an unreadable
+// link leaves whatever dirname makes of an empty text.
+void find_installation() {
+  get_exe_path(g_context.root_dir, sizeof g_context.root_dir);
+  g_context.root_dir[sizeof g_context.root_dir - 1] = '\0';
+  const char *dir = dirname(g_context.root_dir);
+  snprintf(g_context.exe_dir, sizeof g_context.exe_dir, "%s", dir);
+  dir = dirname(g_context.root_dir);
+  if (dir != g_context.root_dir) {
+    snprintf(g_context.root_dir, sizeof g_context.root_dir, "%s", dir);
+  }
+}
+
+// The global options may stand anywhere; a value word is looked at again as a
+// possible option, and an option that is the last word is ignored.
+void prescan(int argc, char **argv) {
+  for (int i = 0; i < argc; i++) {
+    const char *word = argv[i];
+    bool has_next = i + 1 < argc;
+    if (!has_next) break;
+    if (strcmp(word, "-i") == 0 || strcmp(word, "--ini") == 0) {
+      g_options.ini_file = argv[i + 1];
+    } else if (strcmp(word, "-l") == 0 || strcmp(word, "--log") == 0) {
+      g_options.log_file = argv[i + 1];
+    } else if (strcmp(word, "--json") == 0) {
+      g_options.json = 1;
+    }
+  }
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+  memset(&g_context, 0, sizeof g_context);
+  memset(&g_options, 0, sizeof g_options);
+
+  find_installation();
+  // Twice on purpose: the engine's scripts expect the directory twice.
+  prepend_path_env("%s/usr/sbin", sysroot_prefix());
+  prepend_path_env("%s/usr/sbin", sysroot_prefix());
+  prescan(argc, argv);
+
+  if (config_load(&g_context.config, g_context.exe_dir, g_options.ini_file) != 0) {
+    report_result(RESULT_NO_CONFIG, nullptr);
+    return -1;
+  }
+  if (g_options.log_file) {
+    snprintf(g_context.config.log_file, sizeof g_context.config.log_file, "%s",
+             g_options.log_file);
+  }
+
+  const char *group = argc > 1 ? argv[1] : nullptr;
+  if (group) {
+    for (const GroupEntry &entry : kGroups) {
+      if (strcmp(group, entry.name) == 0) return entry.main(argc - 1, argv + 1);
+    }
+  }
+  report_result(RESULT_UNKNOWN_GROUP, nullptr);
+  return -1;
+}
