@@ -1,0 +1,28 @@
+#include "groups/frame.h"
+
+#include <cstring>
+
+#include "result.h"
+
+int group_run(const GroupFrame &frame, int argc, char **argv) {
+  argparse parser;
+  argparse_init(&parser, frame.options, frame.usages, ARGPARSE_IGNORE_UNKNOWN_ARGS);
+  if (!frame.describe_after_parse && (frame.description || frame.epilog)) {
+    argparse_describe(&parser, frame.description, frame.epilog);
+  }
+  argc = argparse_parse(&parser, argc, argv);
+  if (frame.describe_after_parse) argparse_describe(&parser, frame.description, frame.epilog);
+  if (argc < 1) return 1;
+  if (frame.after_parse) frame.after_parse();
+
+  for (size_t i = 0; i < frame.command_count; i++) {
+    const CommandEntry &command = frame.commands[i];
+    if (strcmp(argv[0], command.name) == 0) return command.handler(argc, argv);
+  }
+  return 1;
+}
+
+int wrong_arg_number(int argc) {
+  report_result(RESULT_FAILED, "Wrong arg number: %d", argc);
+  return 1;
+}

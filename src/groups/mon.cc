@@ -1,0 +1,96 @@
+// vektool mon: the engine's connection counters (blocked connections, and
+// connections per application category and per priority).
+#include <cstdio>
+#include <cstring>
+
+#include "context.h"
+#include "groups/frame.h"
+#include "groups/groups.h"
+#include "result.h"
+#include "sys/procfs.h"
+#include "sys/text.h"
+
+namespace {
+
+const char kMonitor[] = "/proc/vek/monitor";
+
+struct CounterType {
+  const char *word;
+  const char *tag;
+  bool read_twice;  // the JSON counters settle on the second read
+};
+
+const CounterType kTypes[] = {
+    {"block", "u:block_conns:", false},
+    {"category", "j:cat_conns:", true},
+    {"priority", "j:prio_conns:", true},
+};
+
+int get_conn_count(int argc, char **argv) {
+  if (argc <= 1) return wrong_arg_number(argc);
+
+  const CounterType *type = nullptr;
+  for (const CounterType &candidate : kTypes) {
+    if (str_equal_nocase(argv[1], candidate.word) == 0) {
+      type = &candidate;
+      break;
+    }
+  }
+  if (!type) {
+    report_result(RESULT_FAILED, "Unsupport type: %s\n", argv[1]);
+    return 0;
+  }
+
+  OwnedText line;
+  int status = find_record(kMonitor, type->tag, &line);
+  if (status == 0 && type->read_twice) {
+    line.reset();
+    status = find_record(kMonitor, type->tag, &line);
+  }
+  if (status != 0) {
+    report_result(RESULT_FAILED, "Failed to read file\n");
+    return 0;
+  }
+  if (!line) return 0;
+
+  trim(line.get());
+  const char *value = line.get() + strlen(type->tag);
+  if (g_options.json) {
+    printf("{\"return\":0,\"result\":%s}\n", value);
+  } else {
+    printf("%s\n", value);
+  }
+  return 0;
+}
+
+int clear_conn_count(int, char **) {
+  write_proc_line(kMonitor, "clear");
+  report_result(RESULT_OK, nullptr);
+  return 0;
+}
+
+const char *const kUsages[] = {
+    "vektool mon [options] <command> [args]",
+    "vektool mon get-conn-count <type>      # block/category/priority",
+    "vektool mon clear-conn-count",
+    nullptr,
+};
+
+const argparse_option kOptions[] = {
+    OPT_HELP(),
+    OPT_BOOLEAN(0, "json", &g_options.json, ""),
+    OPT_END(),
+};
+
+const CommandEntry kCommands[] = {
+    {"get-conn-count", get_conn_count},
+    {"clear-conn-count", clear_conn_count},
+};
+
+}  // namespace
+
+int mon_main(int argc, char **argv) {
+  const GroupFrame frame = {kUsages, kOptions, kCommands, countof(kCommands),
+                            nullptr, nullptr, false, nullptr};
+  return group_run(frame, argc, argv);
+}
