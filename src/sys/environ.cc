@@ -1,0 +1,30 @@
+#include "sys/environ.h"
+
+#include <unistd.h>
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+
+#include "sys/sysroot.h"
+
+int get_exe_path(char *buffer, int size) {
+  if (!buffer || size < 1) return -1;
+  return static_cast<int>(readlink(SysPath("/proc/self/exe"), buffer, static_cast<size_t>(size)));
+}
+
+void prepend_path_env(const char *format, ...) {
+  if (!format) return;
+  char dir[256];
+  va_list args;
+  va_start(args, format);
+  vsnprintf(dir, sizeof dir, format, args);
+  va_end(args);
+  char path[512];
+  const char *old = getenv("PATH");
+  if (old)
+    snprintf(path, sizeof path, "%s:%s", dir, old);
+  else
+    snprintf(path, sizeof path, "%s", dir);
+  setenv("PATH", path, 1);
+}
