@@ -96,7 +96,7 @@ TEST_P(ConfigSearchTest, LoadsTheFirstCandidate) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Search, ConfigSearchTest, ::testing::ValuesIn(kSearch),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         [](const auto &p) { return std::string(p.param.name); });
 
 TEST_F(ConfigTest, BrokenFileIsSkipped) {
   put("/usr/vek/vek.ini", "[vek]\nthis line is no key\n");
