@@ -1,0 +1,83 @@
+#include "programs.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+
+#include "install.h"
+#include "state.h"
+
+namespace {
+
+const char *const kTopology =
+    "{\"bands\":[{\"band\":\"2.4G\",\"channel\":6},{\"band\":\"5G\",\"channel\":36}],"
+    "\"stas\":[{\"mac\":\"00:11:22:33:44:55\",\"band\":\"5G\",\"rssi\":-48},"
+    "{\"mac\":\"66:77:88:99:aa:bb\",\"band\":\"2.4G\",\"rssi\":-61}]}\n";
+
+// `vekctl vek on [--wan IF] [--lan IF]` loads the engine when it is not
+// loaded, hands it the interfaces and starts the service; `vekctl vek off`
+// stops the service (the module stays loaded).
+void vekctl(const SimRoot &r, const std::vector<std::string> &args) {
+  if (args.size() < 2 || args[0] != "vek") return;
+  if (args[1] == "on") {
+    if (!path_exists(r.backing("/proc/vek"))) load_engine_module(r);
+    for (size_t i = 2; i + 1 < args.size(); i++) {
+      if (args[i] == "--wan") write_file(r.backing("/proc/vek/malnet_up"), args[i + 1] + "\n");
+      if (args[i] == "--lan") write_file(r.backing("/proc/vek/malnet_dw"), args[i + 1] + "\n");
+    }
+    if (!process_running(r, "vek_service")) process_start(r, "vek_service", 0);
+  } else if (args[1] == "off") {
+    process_stop(r, "vek_service");
+  }
+}
+
+// The topology daemon: registers itself and writes its topology file when
+// there is none yet.
+void dt_srv(const SimRoot &r) {
+  if (!process_running(r, "dt_srv")) process_start(r, "dt_srv", 0);
+  std::string topo = r.host("/tmp/bs/bs.json");
+  if (!path_exists(topo)) write_file(topo, kTopology);
+}
+
+void killall(const SimRoot &r, const std::vector<std::string> &args) {
+  for (const std::string &name : args)
+    if (!name.empty() && name[0] != '-') process_stop(r, name);
+}
+
+}  // namespace
+
+int run_program(const SimRoot &r, const std::string &name, const std::vector<std::string> &args) {
+  std::string line = "run " + name;
+  for (const std::string &a : args) line += " " + quote_word(r.hide_root(a));
+  r.journal(line);
+  int status = program_status(r, name);
+  std::string err = program_stderr(r, name);
+  if (!err.empty()) {
+    if (err.back() != '\n') err += '\n';
+    fputs(err.c_str(), stderr);
+  }
+  if (status == 0) {
+    if (name == "vekctl") vekctl(r, args);
+    if (name == "dt_srv") dt_srv(r);
+    if (name == "killall") killall(r, args);
+    if (name == "date") {
+      if (args.size() == 1 && args[0] == "+%z") {
+        printf("%s\n", tz_offset(r).c_str());
+      } else {
+        // Anything else is the system's date.
+        fflush(stdout);
+        std::vector<char *> argv;
+        std::string prog = "date";
+        argv.push_back(&prog[0]);
+        std::vector<std::string> copy = args;
+        for (std::string &a : copy) argv.push_back(&a[0]);
+        argv.push_back(nullptr);
+        execv("/bin/date", argv.data());
+        return 127;
+      }
+    }
+  }
+  fflush(stdout);
+  return status;
+}
