@@ -28,7 +28,7 @@ enum { OPT_LONG = 1, OPT_UNSET = 2 };
 // compile asserts out.
 [[noreturn]] void bad_kind() {
   fprintf(stderr, "%s: %s:%u: %s: Assertion `%s' failed.\n", program_invocation_short_name,
-          "src/argparse.cc", 134u, "argparse_getvalue", "0");
+          "src/argparse", 134u, "argparse_getvalue", "0");
   abort();
 }
 

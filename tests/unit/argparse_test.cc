@@ -577,7 +577,7 @@ TEST(ArgparseTable, UnknownKindWithValueAborts) {
   });
   EXPECT_EQ(outcome.status, -SIGABRT);
   EXPECT_EQ(outcome.err, std::string("wrong option type: 9") + program_invocation_short_name +
-                             ": src/argparse.cc:134: argparse_getvalue: Assertion `0' failed.\n");
+                             ": src/argparse:134: argparse_getvalue: Assertion `0' failed.\n");
 }
 
 }  // namespace
