@@ -265,6 +265,22 @@ TEST(Strtok, EndOfTextLeavesNullPosition) {
   EXPECT_EQ(strtok(nullptr, ","), nullptr);
 }
 
+// Where the saved position points shows once the caller reuses its buffer:
+// after the last token it points nowhere, after trailing delimiters at the
+// old terminator.
+TEST(Strtok, PositionAfterTheTextEnds) {
+  char text[16] = "a";
+  EXPECT_STREQ(strtok(text, " "), "a");
+  memcpy(text, "a b", 4);
+  EXPECT_EQ(strtok(nullptr, " "), nullptr);
+
+  char spaces[16] = "a  ";
+  EXPECT_STREQ(strtok(spaces, " "), "a");
+  EXPECT_EQ(strtok(nullptr, " "), nullptr);  // position now at spaces + 3
+  memcpy(spaces, "a  x", 5);
+  EXPECT_STREQ(strtok(nullptr, " "), "x");
+}
+
 TEST(Strtok, OverwritesOnlyTheDelimiterAfterEachToken) {
   char text[] = "a,,b";
   ASSERT_STREQ(strtok(text, ","), "a");
