@@ -137,27 +137,29 @@ bool store_json(const SimRoot &r, const std::string &path, const cJSON *j) {
   return store(r, path, print_json(j) + "\n");
 }
 
-void set_number(cJSON *obj, const char *key, double value) {
-  cJSON *item = cJSON_GetObjectItem(obj, key);
-  if (item && cJSON_IsNumber(item)) {
-    cJSON_SetNumberValue(item, value);
-  } else {
-    if (item) cJSON_DeleteItemFromObject(obj, key);
-    cJSON_AddNumberToObject(obj, key, value);
-  }
+// Sets a member in its place, or adds it at the end when it is new: the
+// engine prints its members in a fixed order.
+void set_member(cJSON *obj, const char *key, cJSON *item) {
+  if (cJSON_GetObjectItemCaseSensitive(obj, key))
+    cJSON_ReplaceItemInObjectCaseSensitive(obj, key, item);
+  else
+    cJSON_AddItemToObject(obj, key, item);
 }
 
+void set_number(cJSON *obj, const char *key, double value) { set_member(obj, key, cJSON_CreateNumber(value)); }
+
 void set_string(cJSON *obj, const char *key, const std::string &value) {
-  if (cJSON_GetObjectItem(obj, key)) cJSON_DeleteItemFromObject(obj, key);
-  cJSON_AddStringToObject(obj, key, value.c_str());
+  set_member(obj, key, cJSON_CreateString(value.c_str()));
 }
 
 cJSON *array_member(cJSON *obj, const char *key) {
-  cJSON *a = cJSON_GetObjectItem(obj, key);
+  cJSON *a = cJSON_GetObjectItemCaseSensitive(obj, key);
   if (a && cJSON_IsArray(a)) return a;
-  if (a) cJSON_DeleteItemFromObject(obj, key);
-  return cJSON_AddArrayToObject(obj, key);
+  set_member(obj, key, cJSON_CreateArray());
+  return cJSON_GetObjectItemCaseSensitive(obj, key);
 }
+
+void empty_array(cJSON *obj, const char *key) { set_member(obj, key, cJSON_CreateArray()); }
 
 cJSON *int_pair(long a, long b) {
   cJSON *p = cJSON_CreateArray();
@@ -302,8 +304,8 @@ long rule_cache(const SimRoot &r, const std::string &path, const Verb &v, size_t
     if (!ok) return -EINVAL;
     cJSON *dscp = cJSON_GetObjectItem(j.get(), "dscp");
     if (!dscp || !cJSON_IsObject(dscp)) {
-      cJSON_DeleteItemFromObject(j.get(), "dscp");
-      dscp = cJSON_AddObjectToObject(j.get(), "dscp");
+      set_member(j.get(), "dscp", cJSON_CreateObject());
+      dscp = cJSON_GetObjectItem(j.get(), "dscp");
     }
     set_number(dscp, "tagging", n ? 1 : 0);
   } else if (path == "/proc/vek/conn_ctx" && w == "set-dscp-mapping") {
@@ -311,11 +313,10 @@ long rule_cache(const SimRoot &r, const std::string &path, const Verb &v, size_t
     if (!mapping) return -EINVAL;
     cJSON *dscp = cJSON_GetObjectItem(j.get(), "dscp");
     if (!dscp || !cJSON_IsObject(dscp)) {
-      cJSON_DeleteItemFromObject(j.get(), "dscp");
-      dscp = cJSON_AddObjectToObject(j.get(), "dscp");
+      set_member(j.get(), "dscp", cJSON_CreateObject());
+      dscp = cJSON_GetObjectItem(j.get(), "dscp");
     }
-    cJSON_DeleteItemFromObject(dscp, "mapping");
-    cJSON_AddItemToObject(dscp, "mapping", mapping.release());
+    set_member(dscp, "mapping", mapping.release());
   } else {
     return -EINVAL;
   }
@@ -468,10 +469,7 @@ long rule_qoe_config2(const SimRoot &r, const std::string &path, const Verb &v, 
   Json para(cJSON_Parse(v.rest(1).c_str()));
   if (!para || !cJSON_IsObject(para.get())) return -EINVAL;
   Json j = json_file(r, path);
-  for (cJSON *m = para->child; m; m = m->next) {
-    cJSON_DeleteItemFromObject(j.get(), m->string);
-    cJSON_AddItemToObject(j.get(), m->string, cJSON_Duplicate(m, 1));
-  }
+  for (cJSON *m = para->child; m; m = m->next) set_member(j.get(), m->string, cJSON_Duplicate(m, 1));
   store_json(r, path, j.get());
   return static_cast<long>(len);
 }
@@ -568,8 +566,7 @@ long rule_limiter(const SimRoot &r, const std::string &path, const Verb &v, size
   static const char *const keys[3] = {"m", "a", "v"};
   if (v.text == "clear") {
     for (const char *list : lists) {
-      cJSON_DeleteItemFromObject(j.get(), list);
-      cJSON_AddArrayToObject(j.get(), list);
+      empty_array(j.get(), list);
     }
   } else if ((w == "set" && v.words.size() == 6) || (w == "del" && v.words.size() == 3)) {
     bool ok = true;
@@ -660,8 +657,7 @@ long rule_gc(const SimRoot &r, const std::string &path, const Verb &v, size_t le
   if (v.text == "enable" || v.text == "disable") {
     set_number(j.get(), "en", v.text == "enable" ? 1 : 0);
   } else if (v.text == "clear") {
-    cJSON_DeleteItemFromObject(j.get(), "devs");
-    cJSON_AddArrayToObject(j.get(), "devs");
+    empty_array(j.get(), "devs");
   } else {
     std::string mac;
     if (argc < 1 || !normalize_mac(v.words[1], &mac)) return -EINVAL;
@@ -695,9 +691,7 @@ long rule_gc(const SimRoot &r, const std::string &path, const Verb &v, size_t le
     } else if (w == "raise" && argc == 3) {
       long p = v.num(2, &ok), amount = v.num(3, &ok);
       if (!ok || p < 0 || p > 5) return -EINVAL;
-      cJSON *d = gc_device(devs, mac);
-      cJSON_DeleteItemFromObject(d, "raise");
-      cJSON_AddItemToObject(d, "raise", int_pair(p, amount));
+      set_member(gc_device(devs, mac), "raise", int_pair(p, amount));
     } else if (w == "set-enable" && argc == 2) {
       long n = v.num(2, &ok);
       if (!ok) return -EINVAL;
@@ -751,8 +745,7 @@ long rule_ss(const SimRoot &r, const std::string &path, const Verb &v, size_t le
     if (!find_by(devs, "mac", mac, &index)) return -ENOENT;
     cJSON_DeleteItemFromArray(devs, index);
   } else if (v.text == "clear-device") {
-    cJSON_DeleteItemFromObject(j.get(), "devs");
-    cJSON_AddArrayToObject(j.get(), "devs");
+    empty_array(j.get(), "devs");
   } else if (w == "add" && argc == 2) {
     if (!valid_host(v.words[1]) || !valid_address(v.words[2])) return -EINVAL;
     cJSON *h = cJSON_CreateObject();
@@ -766,8 +759,7 @@ long rule_ss(const SimRoot &r, const std::string &path, const Verb &v, size_t le
     if (!find_by(hosts, "host", v.words[1], &index)) return -ENOENT;
     cJSON_DeleteItemFromArray(hosts, index);
   } else if (v.text == "clear") {
-    cJSON_DeleteItemFromObject(j.get(), "hosts");
-    cJSON_AddArrayToObject(j.get(), "hosts");
+    empty_array(j.get(), "hosts");
   } else {
     return -EINVAL;
   }
