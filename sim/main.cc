@@ -130,8 +130,27 @@ long daemon_pid(const SimRoot &r) {
   return 0;
 }
 
+// Unmounts a mount the daemon left behind (it was killed).
+void clear_stale_mount(const SimRoot &r) {
+  std::string mp = r.host("/proc");
+  if (!is_mount_point(mp)) return;
+  if (umount2(mp.c_str(), MNT_DETACH) == 0) return;
+  pid_t pid = fork();
+  if (pid == 0) {
+    Fd null(open("/dev/null", O_RDWR));
+    if (null.ok()) {
+      dup2(null.get(), 1);
+      dup2(null.get(), 2);
+    }
+    execlp("fusermount3", "fusermount3", "-u", "-z", mp.c_str(), static_cast<char *>(nullptr));
+    _exit(127);
+  }
+  if (pid > 0) waitpid(pid, nullptr, 0);
+}
+
 int cmd_start(const SimRoot &r, long owner, bool foreground) {
   if (daemon_running(r)) return fail("a simulator already runs in %s", r.root.c_str());
+  clear_stale_mount(r);
   std::string error;
   if (!install_sysroot(r, self_exe(), &error)) return fail("%s", error.c_str());
   DaemonOptions o;
@@ -190,24 +209,6 @@ int cmd_start(const SimRoot &r, long owner, bool foreground) {
   }
   if (line.compare(0, 6, "error ") == 0) return fail("%s", line.c_str() + 6);
   return fail("the simulator ended while starting%s%s", log.empty() ? "" : ": ", log.c_str());
-}
-
-// Unmounts a mount the daemon left behind (it was killed).
-void clear_stale_mount(const SimRoot &r) {
-  std::string mp = r.host("/proc");
-  if (!is_mount_point(mp)) return;
-  if (umount2(mp.c_str(), MNT_DETACH) == 0) return;
-  pid_t pid = fork();
-  if (pid == 0) {
-    Fd null(open("/dev/null", O_RDWR));
-    if (null.ok()) {
-      dup2(null.get(), 1);
-      dup2(null.get(), 2);
-    }
-    execlp("fusermount3", "fusermount3", "-u", "-z", mp.c_str(), static_cast<char *>(nullptr));
-    _exit(127);
-  }
-  if (pid > 0) waitpid(pid, nullptr, 0);
 }
 
 int cmd_stop(const SimRoot &r) {
