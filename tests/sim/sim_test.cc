@@ -642,6 +642,8 @@ TEST_F(SimTest, MissingFileCannotBeOpenedNorCreated) {
   EXPECT_EQ(gw().journal(), "");
   gw().set_file("/proc/vek/monitor", "");
   EXPECT_EQ(read_text(gw().path("/proc/vek/monitor")), "");
+  EXPECT_EQ(gw().sim({"file", "/proc/vek/monitor", "u:block_conns:5"}).status, 0);
+  EXPECT_EQ(read_text(gw().path("/proc/vek/monitor")), "u:block_conns:5");
   gw().missing("/proc/vek");
   struct stat st;
   EXPECT_EQ(stat(gw().path("/proc/vek").c_str(), &st), -1);
@@ -777,6 +779,19 @@ TEST(SimLifecycle, KilledSimulatorLeavesNoMount) {
   // auto_unmount clears it at once; stop clears what might be left.
   EXPECT_EQ(gw.sim({"stop"}).status, 0);
   EXPECT_FALSE(mounted(mp));
+}
+
+TEST(SimLifecycle, StartClearsAMountLeftOnItsMountPoint) {
+  SimGateway gw;
+  if (gw.cannot_mount()) GTEST_SKIP() << "FUSE cannot mount here: " << gw.error();
+  ASSERT_TRUE(gw.ok()) << gw.error();
+  ASSERT_EQ(gw.sim({"stop"}).status, 0);
+  const std::string mp = gw.root() + "/proc";
+  // What a daemon killed without auto_unmount leaves: something mounted there.
+  ASSERT_EQ(mount("tmpfs", mp.c_str(), "tmpfs", 0, nullptr), 0) << strerror(errno);
+  RunResult r = gw.sim({"start"});
+  EXPECT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(read_text(gw.path("/proc/vek/qos_enabled")), "1\n");
 }
 
 TEST(SimLifecycle, WithoutFuseStartSaysSoAndExits77) {
