@@ -1,7 +1,7 @@
-vektool mon: connection counters of /proc/vek/monitor.
+vektool mon: connection counters of /proc/vek/monitor, against the simulator.
 
-  $ . "$TESTDIR/plain-env.sh"
-  $ cat > root/proc/vek/monitor <<'EOF'
+  $ . "$TESTDIR/sim-env.sh"
+  $ vek-sim file /proc/vek/monitor <<'EOF'
   > u:block_conns:42
   > j:cat_conns:{"1":3,"7":12}
   > j:prio_conns:[5,0,2,1]  
@@ -48,31 +48,50 @@ carry a newline of their own.
   $ vektool mon get-conn-count blocks
   Unsupport type: blocks
   
-  $ rm root/proc/vek/monitor
+  $ vek-sim unreadable /proc/vek/monitor
   $ vektool mon get-conn-count block
   Failed to read file
   
+  $ vek-sim missing /proc/vek/monitor
   $ vektool mon get-conn-count category --json
   {"return":1,"detail":"Failed to read file
   "}
 
-A file without the record prints nothing.
+A file without the record prints nothing; an empty value prints as it is.
 
-  $ printf 'u:other:1\nu:block_conns\n' > root/proc/vek/monitor
+  $ printf 'u:other:1\nu:block_conns\n' | vek-sim file /proc/vek/monitor
   $ vektool mon get-conn-count block --json
   $ vektool mon get-conn-count category
-
-A record with nothing after its tag prints an empty value.
-
-  $ printf 'u:block_conns:\n' > root/proc/vek/monitor
+  $ vek-sim file /proc/vek/monitor 'u:block_conns:'
   $ vektool mon get-conn-count block --json
   {"return":0,"result":}
 
-Clearing is silent in plain mode.
+Nothing was written so far: reads never write.
 
-  $ printf 'u:block_conns:42\n' > root/proc/vek/monitor
+  $ vek-sim journal
+
+Clearing writes one verb per run, silent in plain mode; the engine's counters
+read 0 afterwards.
+
+  $ vek-sim file /proc/vek/monitor 'u:block_conns:42
+  > j:cat_conns:{"1":3}
+  > '
   $ vektool mon clear-conn-count
+  $ vektool mon get-conn-count block
+  0
   $ vektool mon clear-conn-count --json
   {"return":0}
-  $ head -c 5 root/proc/vek/monitor; echo
-  clear
+  $ vektool mon clear-conn-count bogus --json
+  {"return":0}
+  $ vek-sim journal
+  write /proc/vek/monitor clear
+  write /proc/vek/monitor clear
+  write /proc/vek/monitor clear
+
+The verb goes out even when the engine is not loaded; nothing is reported.
+
+  $ vek-sim journal --clear
+  $ vek-sim missing /proc/vek
+  $ vektool mon clear-conn-count --json
+  {"return":0}
+  $ vek-sim journal
