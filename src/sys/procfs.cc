@@ -9,31 +9,11 @@
 #include <cstring>
 #include <memory>
 
+#include "sys/handles.h"
 #include "sys/shell.h"
 #include "sys/sysroot.h"
 
 namespace {
-
-// A file descriptor, closed when it goes out of scope.
-class Fd {
- public:
-  explicit Fd(int fd) : fd_(fd) {}
-  Fd(const Fd &) = delete;
-  Fd &operator=(const Fd &) = delete;
-  ~Fd() {
-    if (fd_ >= 0) close(fd_);
-  }
-  int get() const { return fd_; }
-  bool ok() const { return fd_ >= 0; }
-
- private:
-  int fd_;
-};
-
-struct FileCloser {
-  void operator()(FILE *file) const { fclose(file); }
-};
-using File = std::unique_ptr<FILE, FileCloser>;
 
 // Storage that getline grows as it reads.
 struct LineStorage {

@@ -10,19 +10,10 @@
 #include <cstring>
 #include <memory>
 
+#include "sys/handles.h"
 #include "sys/sysroot.h"
 
 namespace {
-
-struct DirCloser {
-  void operator()(DIR *dir) const { closedir(dir); }
-};
-using Dir = std::unique_ptr<DIR, DirCloser>;
-
-struct FileCloser {
-  void operator()(FILE *file) const { fclose(file); }
-};
-using File = std::unique_ptr<FILE, FileCloser>;
 
 // Closes a pipe from popen; pclose also reaps the shell.
 struct Pipe {
