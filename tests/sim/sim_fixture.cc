@@ -1,11 +1,9 @@
 #include "sim_fixture.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sched.h>
 #include <signal.h>
 #include <sys/mount.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,131 +11,64 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
-
-extern char **environ;
 
 namespace {
 
 const int kExitCannotMount = 77;
 const int kRunTimeoutMs = 30000;
 
-class Pipe {
- public:
-  Pipe() {
-    if (pipe2(fd_, O_CLOEXEC) != 0) fd_[0] = fd_[1] = -1;
-  }
-  Pipe(const Pipe &) = delete;
-  Pipe &operator=(const Pipe &) = delete;
-  ~Pipe() {
-    close_read();
-    close_write();
-  }
-  int read_end() const { return fd_[0]; }
-  int write_end() const { return fd_[1]; }
-  void close_read() {
-    if (fd_[0] >= 0) close(fd_[0]);
-    fd_[0] = -1;
-  }
-  void close_write() {
-    if (fd_[1] >= 0) close(fd_[1]);
-    fd_[1] = -1;
-  }
-
- private:
-  int fd_[2];
-};
-
-double now_ms() {
-  struct timespec ts;
-  clock_gettime(CLOCK_MONOTONIC, &ts);
-  return static_cast<double>(ts.tv_sec) * 1000.0 + static_cast<double>(ts.tv_nsec) / 1e6;
-}
-
-bool mounted_below(const std::string &root) {
-  FILE *f = fopen("/proc/self/mountinfo", "re");
-  if (!f) return false;
-  char line[4096];
-  bool found = false;
-  while (fgets(line, sizeof line, f))
-    if (strstr(line, (" " + root + "/").c_str())) found = true;
-  fclose(f);
-  return found;
+std::string slurp(FILE *f) {
+  std::string s;
+  char buf[4096];
+  rewind(f);
+  for (size_t n; (n = fread(buf, 1, sizeof buf, f)) > 0;) s.append(buf, n);
+  return s;
 }
 
 }  // namespace
 
+bool mounted(const std::string &mount_point) {
+  FILE *f = fopen("/proc/self/mountinfo", "re");
+  if (!f) return false;
+  bool found = slurp(f).find(" " + mount_point + " ") != std::string::npos;
+  fclose(f);
+  return found;
+}
+
+// Standard input, output and error are unlinked temporary files: nothing a
+// detaching daemon keeps open can hold the run up.
 RunResult run_process(const std::vector<std::string> &argv, const std::vector<std::string> &env,
                       const std::string &input) {
   RunResult res;
-  Pipe in, out, err;
-  if (in.read_end() < 0 || out.read_end() < 0 || err.read_end() < 0) return res;
-  std::vector<std::string> envs;
-  for (char **e = environ; *e; e++) {
-    std::string entry = *e;
-    bool replaced = false;
-    for (const std::string &x : env)
-      if (entry.compare(0, x.find('=') + 1, x, 0, x.find('=') + 1) == 0) replaced = true;
-    if (!replaced) envs.push_back(entry);
-  }
-  envs.insert(envs.end(), env.begin(), env.end());
-  std::vector<char *> cargv, cenv;
-  std::vector<std::string> argv_copy = argv;
-  for (std::string &a : argv_copy) cargv.push_back(&a[0]);
+  FILE *io[3] = {tmpfile(), tmpfile(), tmpfile()};
+  std::vector<char *> cargv;
+  for (const std::string &a : argv) cargv.push_back(const_cast<char *>(a.c_str()));
   cargv.push_back(nullptr);
-  for (std::string &e : envs) cenv.push_back(&e[0]);
-  cenv.push_back(nullptr);
-  pid_t pid = fork();
-  if (pid < 0) return res;
+  pid_t pid = -1;
+  if (io[0] && io[1] && io[2] && fwrite(input.data(), 1, input.size(), io[0]) == input.size() &&
+      fflush(io[0]) == 0) {
+    rewind(io[0]);
+    for (FILE *f : io) fcntl(fileno(f), F_SETFD, FD_CLOEXEC);
+    pid = fork();
+  }
   if (pid == 0) {
-    dup2(in.read_end(), 0);
-    dup2(out.write_end(), 1);
-    dup2(err.write_end(), 2);
-    execve(cargv[0], cargv.data(), cenv.data());
+    for (int i = 0; i < 3; i++) dup2(fileno(io[i]), i);
+    for (const std::string &e : env) putenv(const_cast<char *>(e.c_str()));
+    execv(cargv[0], cargv.data());
     _exit(127);
   }
-  in.close_read();
-  out.close_write();
-  err.close_write();
-  size_t written = 0;
-  if (input.empty()) in.close_write();
-  double deadline = now_ms() + kRunTimeoutMs;
-  bool out_open = true, err_open = true;
-  char buf[4096];
-  while (out_open || err_open) {
-    struct pollfd p[3] = {{out.read_end(), POLLIN, 0}, {err.read_end(), POLLIN, 0},
-                          {in.write_end(), POLLOUT, 0}};
-    int left = static_cast<int>(deadline - now_ms());
-    if (left <= 0) {
-      kill(pid, SIGKILL);
-      break;
-    }
-    int n = poll(p, in.write_end() >= 0 ? 3 : 2, left);
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 0) break;
-    for (int i = 0; i < 2; i++) {
-      if (!(p[i].revents & (POLLIN | POLLHUP | POLLERR))) continue;
-      ssize_t got = read(p[i].fd, buf, sizeof buf);
-      if (got > 0) {
-        (i == 0 ? res.out : res.err).append(buf, static_cast<size_t>(got));
-      } else {
-        (i == 0 ? out_open : err_open) = false;
-        if (i == 0)
-          out.close_read();
-        else
-          err.close_read();
-      }
-    }
-    if (in.write_end() >= 0 && (p[2].revents & (POLLOUT | POLLERR | POLLHUP))) {
-      ssize_t w = write(in.write_end(), input.data() + written, input.size() - written);
-      if (w > 0) written += static_cast<size_t>(w);
-      if (w <= 0 || written == input.size()) in.close_write();
-    }
-  }
   int status = 0;
-  while (waitpid(pid, &status, 0) < 0 && errno == EINTR) {
+  for (int waited = 0; pid > 0 && waitpid(pid, &status, WNOHANG) == 0; waited++) {
+    if (waited == kRunTimeoutMs) kill(pid, SIGKILL);
+    usleep(1000);
   }
-  res.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  if (pid > 0) {
+    res.out = slurp(io[1]);
+    res.err = slurp(io[2]);
+    res.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  }
+  for (FILE *f : io)
+    if (f) fclose(f);
   return res;
 }
 
@@ -153,23 +84,19 @@ SimGateway::SimGateway() {
   }
   root_ = tmpl;
   RunResult r = sim({"start", "--owner", std::to_string(getpid())});
-  if (r.status == 0) {
-    started_ = true;
-  } else {
-    cannot_mount_ = r.status == kExitCannotMount;
-    error_ = "vek-sim start exited " + std::to_string(r.status) + ": " + r.err;
-  }
+  started_ = r.status == 0;
+  cannot_mount_ = r.status == kExitCannotMount;
+  if (!started_) error_ = "vek-sim start exited " + std::to_string(r.status) + ": " + r.err;
 }
 
 SimGateway::~SimGateway() {
   if (root_.empty()) return;
   if (started_) {
-    RunResult r = sim({"stop"});
-    EXPECT_EQ(r.status, 0) << "vek-sim stop: " << r.err;
+    EXPECT_EQ(sim({"stop"}).status, 0) << "vek-sim stop";
   }
   // Never remove a tree with a mount in it.
-  if (mounted_below(root_)) {
-    ADD_FAILURE() << "a mount is left below " << root_;
+  if (mounted(root_ + "/proc")) {
+    ADD_FAILURE() << "a mount is left on " << root_ << "/proc";
     return;
   }
   RunResult r = run_process({"/bin/rm", "-rf", "--one-file-system", root_});
@@ -182,70 +109,56 @@ RunResult SimGateway::sim(const std::vector<std::string> &args, const std::strin
   return run_process(argv, {}, input);
 }
 
-void SimGateway::expect_ok(const std::vector<std::string> &args, const std::string &input) {
+std::string SimGateway::expect_ok(const std::vector<std::string> &args, const std::string &input) {
   RunResult r = sim(args, input);
   std::string cmd;
   for (const std::string &a : args) cmd += " " + a;
   EXPECT_EQ(r.status, 0) << "vek-sim" << cmd << ": " << r.err;
+  return r.out;
 }
 
 void SimGateway::set_file(const std::string &path, const std::string &text) { expect_ok({"file", path}, text); }
 void SimGateway::missing(const std::string &path) { expect_ok({"missing", path}); }
 void SimGateway::unreadable(const std::string &path) { expect_ok({"unreadable", path}); }
-
-std::string SimGateway::cat(const std::string &path) {
-  RunResult r = sim({"cat", path});
-  EXPECT_EQ(r.status, 0) << "vek-sim cat " << path << ": " << r.err;
-  return r.out;
-}
+std::string SimGateway::cat(const std::string &path) { return expect_ok({"cat", path}); }
 
 void SimGateway::set_exit(const std::string &program, int status, const std::string &stderr_text) {
-  if (stderr_text.empty())
-    expect_ok({"exit", program, std::to_string(status)});
-  else
-    expect_ok({"exit", program, std::to_string(status), stderr_text});
+  std::vector<std::string> args = {"exit", program, std::to_string(status)};
+  if (!stderr_text.empty()) args.push_back(stderr_text);
+  expect_ok(args);
 }
 
 void SimGateway::proc_start(const std::string &name, long pid) {
-  if (pid > 0)
-    expect_ok({"proc", "start", name, std::to_string(pid)});
-  else
-    expect_ok({"proc", "start", name});
+  std::vector<std::string> args = {"proc", "start", name};
+  if (pid > 0) args.push_back(std::to_string(pid));
+  expect_ok(args);
 }
 
 void SimGateway::proc_stop(const std::string &name) { expect_ok({"proc", "stop", name}); }
 
 void SimGateway::service(const std::string &mode, long ms) {
-  if (ms >= 0)
-    expect_ok({"service", mode, std::to_string(ms)});
-  else
-    expect_ok({"service", mode});
+  std::vector<std::string> args = {"service", mode};
+  if (ms >= 0) args.push_back(std::to_string(ms));
+  expect_ok(args);
 }
 
 void SimGateway::reply(const std::string &method, const std::string &text) { expect_ok({"reply", method}, text); }
 
 void SimGateway::kernel(const std::string &mode, const std::string &db) {
-  if (db.empty())
-    expect_ok({"kernel", mode});
-  else
-    expect_ok({"kernel", mode, db});
+  std::vector<std::string> args = {"kernel", mode};
+  if (!db.empty()) args.push_back(db);
+  expect_ok(args);
 }
 
-std::string SimGateway::journal() {
-  RunResult r = sim({"journal"});
-  EXPECT_EQ(r.status, 0) << "vek-sim journal: " << r.err;
-  return r.out;
-}
+std::string SimGateway::journal() { return expect_ok({"journal"}); }
 
 std::vector<std::string> SimGateway::journal_lines() {
   std::vector<std::string> lines;
   std::string text = journal();
-  size_t pos = 0;
-  while (pos < text.size()) {
-    size_t end = text.find('\n', pos);
+  for (size_t pos = 0, end; pos < text.size(); pos = end + 1) {
+    end = text.find('\n', pos);
     if (end == std::string::npos) end = text.size();
     lines.push_back(text.substr(pos, end - pos));
-    pos = end + 1;
   }
   return lines;
 }

@@ -20,9 +20,12 @@ struct RunResult {
 };
 
 // Runs a program with extra environment entries ("NAME=value") and standard
-// input; standard output and error are collected apart.
+// input; standard output and error are collected apart. Killed after 30 s.
 RunResult run_process(const std::vector<std::string> &argv, const std::vector<std::string> &env = {},
                       const std::string &input = "");
+
+// Whether something is mounted on that path (in this mount namespace).
+bool mounted(const std::string &mount_point);
 
 // Paths of the built programs.
 std::string vek_sim_bin();
@@ -69,7 +72,8 @@ class SimGateway {
   RunResult sh(const std::string &command);
 
  private:
-  void expect_ok(const std::vector<std::string> &args, const std::string &input = "");
+  // vek-sim --root R ARGS, which must succeed; returns its standard output.
+  std::string expect_ok(const std::vector<std::string> &args, const std::string &input = "");
 
   std::string root_;  // R, a fresh temporary directory
   bool started_ = false;
