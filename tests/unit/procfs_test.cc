@@ -1,7 +1,6 @@
 #include "sys/procfs.h"
 
 #include <fcntl.h>
-#include <ftw.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -32,6 +31,8 @@ extern "C" ssize_t write(int fd, const void *bytes, size_t count) {
   return syscall(SYS_write, fd, bytes, count);
 }
 
+#include "scratch_sysroot.h"
+
 namespace {
 
 // Streams written by the test itself (put) would be recorded too: no put while recording.
@@ -40,8 +41,6 @@ struct Recording {
   ~Recording() { g_recording = false; }
 };
 
-int remove_entry(const char *path, const struct stat *, int, struct FTW *) { return remove(path); }
-
 std::string pattern(size_t n) {
   std::string s;
   for (size_t i = 0; i < n; ++i) s += static_cast<char>('A' + (i * 7 + i / 26) % 26);
@@ -49,18 +48,8 @@ std::string pattern(size_t n) {
 }
 
 // A scratch directory that serves as the sysroot: the helpers are given the gateway's paths.
-class ProcfsTest : public ::testing::Test {
+class ProcfsTest : public ScratchSysroot {
  protected:
-  void SetUp() override {
-    char templ[] = "/tmp/vektool-procfs-XXXXXX";
-    ASSERT_NE(mkdtemp(templ), nullptr);
-    root_ = templ;
-    setenv("VEKTOOL_SYSROOT", root_.c_str(), 1);
-  }
-  void TearDown() override {
-    unsetenv("VEKTOOL_SYSROOT");
-    nftw(root_.c_str(), remove_entry, 16, FTW_DEPTH | FTW_PHYS);
-  }
   void put(const std::string &path, const std::string &content) const {
     for (size_t pos = 1; (pos = path.find('/', pos)) != std::string::npos; ++pos)
       mkdir((root_ + path.substr(0, pos)).c_str(), 0755);
@@ -72,7 +61,6 @@ class ProcfsTest : public ::testing::Test {
     out << in.rdbuf();
     return in ? out.str() : "<missing>";
   }
-  std::string root_;
 };
 
 TEST_F(ProcfsTest, WriteLineIsOneWriteWithoutTruncation) {

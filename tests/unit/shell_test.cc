@@ -1,7 +1,6 @@
 #include "sys/shell.h"
 
 #include <dirent.h>
-#include <ftw.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,23 +15,13 @@
 #include <utility>
 #include <vector>
 
+#include "scratch_sysroot.h"
+
 namespace {
 
-int remove_entry(const char *path, const struct stat *, int, struct FTW *) { return remove(path); }
-
 // A scratch directory that also serves as the sysroot.
-class ShellTest : public ::testing::Test {
+class ShellTest : public ScratchSysroot {
  protected:
-  void SetUp() override {
-    char templ[] = "/tmp/vektool-shell-XXXXXX";
-    ASSERT_NE(mkdtemp(templ), nullptr);
-    root_ = templ;
-    setenv("VEKTOOL_SYSROOT", root_.c_str(), 1);
-  }
-  void TearDown() override {
-    unsetenv("VEKTOOL_SYSROOT");
-    nftw(root_.c_str(), remove_entry, 16, FTW_DEPTH | FTW_PHYS);
-  }
   std::string path(const std::string &name) const { return root_ + "/" + name; }
   void put(const std::string &name, const std::string &content) const {
     for (size_t pos = 0; (pos = name.find('/', pos)) != std::string::npos; ++pos)
@@ -50,7 +39,6 @@ class ShellTest : public ::testing::Test {
     if (stat(path(name).c_str(), &st) != 0 || !S_ISDIR(st.st_mode)) return -1;
     return static_cast<int>(st.st_mode & 07777);
   }
-  std::string root_;
 };
 
 TEST_F(ShellTest, FileExists) {
