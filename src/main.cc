@@ -15,16 +15,6 @@
 
 namespace {
 
-struct GroupEntry {
-  const char *name;
-  int (*main)(int argc, char **argv);
-};
-
-// Fixed order; a group whose commands are not built yet is an unknown group.
-const GroupEntry kGroups[] = {
-    {"mon", mon_main},
-};
-
 // Finds the installation from the executable's link: exe_dir is its
 // directory, root_dir the parent of that. Nothing is checked: an unreadable
 // link leaves whatever dirname makes of an empty text.
@@ -79,8 +69,8 @@ int main(int argc, char **argv) {
 
   const char *group = argc > 1 ? argv[1] : nullptr;
   if (group) {
-    for (const GroupEntry &entry : kGroups) {
-      if (strcmp(group, entry.name) == 0) return entry.main(argc - 1, argv + 1);
+    for (size_t i = 0; i < kGroupCount; i++) {
+      if (strcmp(group, kGroups[i].name) == 0) return kGroups[i].main(argc - 1, argv + 1);
     }
   }
   report_result(RESULT_UNKNOWN_GROUP, nullptr);

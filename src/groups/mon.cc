@@ -89,8 +89,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-int mon_main(int argc, char **argv) {
-  const GroupFrame frame = {kUsages, kOptions, kCommands, countof(kCommands),
-                            nullptr, nullptr, false, nullptr};
-  return group_run(frame, argc, argv);
-}
+const GroupFrame mon_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+                              nullptr, nullptr, false, nullptr};
+
+int mon_main(int argc, char **argv) { return group_run(mon_frame, argc, argv); }

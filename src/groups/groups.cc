@@ -1,0 +1,6 @@
+#include "groups/groups.h"
+
+const GroupEntry kGroups[] = {
+    {"mon", mon_main, &mon_frame},
+};
+const size_t kGroupCount = sizeof kGroups / sizeof kGroups[0];
