@@ -81,6 +81,7 @@ end in plain mode too; set without a mode text reports 1 and exits 0.
   > qos set -m '' --json
   > qos set --json
   > qos set
+  > qos set -m
   > vek-sim file /proc/vek/qos_mode '  spaced mode  '
   > qos get
   > vek-sim unreadable /proc/vek/qos_mode
@@ -119,6 +120,9 @@ end in plain mode too; set without a mode text reports 1 and exits 0.
   [exit 0]
   vektool qos set
   [exit 0]
+  vektool qos set -m
+  error: option `-m` requires a value
+  [exit 1]
   vektool qos get
   {"return":0,"qosmode":"spaced mode"}[exit 0]
   vektool qos get --json
@@ -561,8 +565,9 @@ its text on, cut to the 512-byte verb.
   Failed to read file.
   [exit 1]
 
-DSCP: the "dscp" member of conn_ctx. Content that is not JSON is reported
-with the command's first argument, and exits 0 as a missing member does; an
+DSCP: the "dscp" member of conn_ctx. A mapping is any JSON text, passed on
+cut to the 512-byte verb. Content that is not JSON is reported with the
+command's first argument, and exits 0 as a missing member does; an
 unreadable or empty file exits 1 silently.
 
   $ cases <<'EOF'
@@ -576,6 +581,7 @@ unreadable or empty file exits 1 silently.
   > qos set-dscp-mapping 7
   > qos set-dscp-mapping '{bad' --json
   > qos set-dscp-mapping
+  > qos set-dscp-mapping "[\"$(printf '%0600d' 0)\"]"
   > qos get-dscp --json
   > vek-sim file /proc/vek/conn_ctx '{"DSCP":[1]}'
   > qos get-dscp --json
@@ -622,6 +628,9 @@ unreadable or empty file exits 1 silently.
   vektool qos set-dscp-mapping
   Wrong arg number: 1
   [exit 1]
+  vektool qos set-dscp-mapping "[\"$(printf '%0600d' 0)\"]"
+  [exit 0]
+    write /proc/vek/conn_ctx set-dscp-mapping ["000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000
   vektool qos get-dscp --json
   {"return":0,"result":{"tagging":0,"mapping":7}}
   [exit 0]
@@ -942,6 +951,7 @@ deletions made.
   > qos add-hyqos-devs '[["001122334455",1.9,"x"]]'
   > qos add-hyqos-devs "[$(for i in $(seq 65); do printf '["00:11:22:33:44:55",0,0],'; done | sed 's/,$//')]" --json
   > qos add-hyqos-devs "[$(for i in $(seq 63); do printf '["00:11:22:33:44:55",0,0],'; done)[\"bad\",0,0]]" --json
+  > qos add-hyqos-devs "[[\"$(printf '%0600d' 0)\",0,0]]" --json
   > qos add-hyqos-devs '{"a":1}' --json
   > qos add-hyqos-devs '[[' --json
   > qos add-hyqos-devs
@@ -1007,6 +1017,9 @@ deletions made.
   [exit 0]
   vektool qos add-hyqos-devs "[$(for i in $(seq 63); do printf '["00:11:22:33:44:55",0,0],'; done)[\"bad\",0,0]]" --json
   {"return":1,"detail":"Invalid mac: bad"}
+  [exit 0]
+  vektool qos add-hyqos-devs "[[\"$(printf '%0600d' 0)\",0,0]]" --json
+  {"return":1,"detail":"Invalid mac: 000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"}
   [exit 0]
   vektool qos add-hyqos-devs '{"a":1}' --json
   {"return":1,"detail":"Wrong json format: {"a":1}"}
