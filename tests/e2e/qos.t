@@ -836,6 +836,7 @@ stand, with no report and status 1.
   > vek-sim file /proc/vek/qos_ctrl 'd:algorithm:2'
   > qos set-hyqos-queues '[[' --json
   > qos set-hyqos-queues '[]' --json
+  > qos set-hyqos-queues '[1,2,3]' --json
   > vek-sim reset
   > EOF
   vektool qos set-hyqos-queues '[[["a",10]],[["b",20]]]' --json
@@ -890,6 +891,9 @@ stand, with no report and status 1.
   vektool qos set-hyqos-queues '[]' --json
   {"return":1,"detail":"Failed to read file."}
   [exit 1]
+  vektool qos set-hyqos-queues '[1,2,3]' --json
+  {"return":1,"detail":"Failed to read file."}
+  [exit 1]
 
 The hardware queue count: plain mode prints it and exits 1, JSON mode exits 0.
 
@@ -942,6 +946,8 @@ deletions made.
   > qos add-hyqos-devs '[]' --json
   > qos add-hyqos-devs '[["00:11:22:33:44:55",1,2],["bad",1,1]]' --json
   > qos add-hyqos-devs '[[5,1,1]]'
+  > qos add-hyqos-devs '[["bad",9,9]]'
+  > qos add-hyqos-devs '[["00:11:22:33:44:55",9,-1]]'
   > qos add-hyqos-devs '[["00:11:22:33:44:55",8,0]]' --json
   > qos add-hyqos-devs '[["00:11:22:33:44:55",0,-1]]'
   > qos add-hyqos-devs '[["00:11:22:33:44:55",0,1e300]]'
@@ -993,6 +999,12 @@ deletions made.
   [exit 0]
   vektool qos add-hyqos-devs '[[5,1,1]]'
   Invalid mac: null
+  [exit 0]
+  vektool qos add-hyqos-devs '[["bad",9,9]]'
+  Invalid mac: bad
+  [exit 0]
+  vektool qos add-hyqos-devs '[["00:11:22:33:44:55",9,-1]]'
+  Invalid queue id: 9
   [exit 0]
   vektool qos add-hyqos-devs '[["00:11:22:33:44:55",8,0]]' --json
   {"return":1,"detail":"Invalid queue id: 8"}
