@@ -62,13 +62,18 @@ if has_group qos; then
   show vektool qos get-algo --json
   show vektool qos set-hyqos-queue 0 1 200 --json
   show vektool qos get-hw-queue-num --json
+  show vektool qos get-hw-queue-num
+  show vektool qos set-qoe-profile gaming
+  show vektool qos get-qoe-profile
 fi
 if has_group dev; then
   show vektool dev set-queue 00:11:22:33:44:55 1 2
   show vektool dev get
+  show vektool dev delete foo
 fi
 if has_group limiter; then
   show vektool limiter set 00:11:22:33:44:55 --up 2048 --down 4096 --en 1
+  show vektool limiter set 192.168.1.0/24 --type 1 --up 512 --json
   show vektool limiter get
 fi
 if has_group mon; then

@@ -1,5 +1,7 @@
 #include "groups/frame.h"
 
+#include <climits>
+#include <cstdlib>
 #include <cstring>
 
 #include "result.h"
@@ -24,5 +26,22 @@ int group_run(const GroupFrame &frame, int argc, char **argv) {
 
 int wrong_arg_number(int argc) {
   report_result(RESULT_FAILED, "Wrong arg number: %d", argc);
+  return 1;
+}
+
+int arg_int(const char *text) {
+  long value = strtol(text, nullptr, 10);
+  if (value > INT_MAX) return INT_MAX;
+  if (value < INT_MIN) return INT_MIN;
+  return static_cast<int>(value);
+}
+
+int wrong_arg(int value) {
+  report_result(RESULT_FAILED, "Wrong arg: %d", value);
+  return 1;
+}
+
+int wrong_arg_text(const char *text) {
+  report_result(RESULT_FAILED, "Wrong arg: %s", text);
   return 1;
 }

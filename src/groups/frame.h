@@ -37,3 +37,10 @@ int group_run(const GroupFrame &frame, int argc, char **argv);
 
 // Uniform argument errors: report code 1 with the detail, return 1.
 int wrong_arg_number(int argc);  // "Wrong arg number: %d"
+
+// Arguments of the traffic-shaping groups (qos, dev, limiter).
+// A positional integer: strtol base 10 with no further check, held to the
+// range of int as on the 32-bit gateways ("abc" is 0).
+int arg_int(const char *text);
+int wrong_arg(int value);               // "Wrong arg: %d", returns 1
+int wrong_arg_text(const char *text);   // "Wrong arg: %s", returns 1

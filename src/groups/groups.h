@@ -17,5 +17,14 @@ struct GroupEntry {
 extern const GroupEntry kGroups[];
 extern const size_t kGroupCount;
 
+extern const GroupFrame qos_frame;
+int qos_main(int argc, char **argv);
+
+extern const GroupFrame dev_frame;
+int dev_main(int argc, char **argv);
+
 extern const GroupFrame mon_frame;
 int mon_main(int argc, char **argv);
+
+extern const GroupFrame limiter_frame;
+int limiter_main(int argc, char **argv);

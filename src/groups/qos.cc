@@ -1,0 +1,690 @@
+// vektool qos: the engine's traffic shaper: on/off and mode, the algorithm
+// (none, QoE, HyQoS), the QoE profile and its settings, bandwidth control,
+// optimisation, DSCP tagging, and the HyQoS queues and devices.
+#include <cjson/cJSON.h>
+
+#include <cstdio>
+#include <cstring>
+#include <initializer_list>
+
+#include "config/json.h"
+#include "context.h"
+#include "groups/frame.h"
+#include "groups/groups.h"
+#include "result.h"
+#include "sys/mac.h"
+#include "sys/procfs.h"
+#include "sys/text.h"
+
+namespace {
+
+const char kQosEnabled[] = "/proc/vek/qos_enabled";
+const char kQosMode[] = "/proc/vek/qos_mode";
+const char kQosCtrl[] = "/proc/vek/qos_ctrl";
+const char kQoeConfig[] = "/proc/vek/qoe_config";
+const char kQoeConfig2[] = "/proc/vek/qoe_config2";
+const char kQoeOptimization[] = "/proc/vek/qoe_optimization";
+const char kConnCtx[] = "/proc/vek/conn_ctx";
+const char kDbdev[] = "/proc/vek/dbdev";
+
+// The index of a name is what the engine reads and writes.
+const char *const kAlgorithms[] = {"none", "qoe", "hyqos"};
+const char *const kProfiles[] = {"none", "ai", "gaming", "wfh", "streaming", "office", "ai2", "custom"};
+const int kAlgorithmCount = 3;
+const int kProfileCount = 8;
+
+// The engine takes at most this many devices in one add-hyqos-devs.
+const int kMaxDevices = 64;
+
+// Option values, reset before every parse.
+int g_sensitivity;
+int g_intensity;
+const char *g_mode;
+
+// Reading a tagged record: the line (trimmed), or why there is none.
+enum RecordStatus { RECORD_FOUND, RECORD_UNREADABLE, RECORD_MISSING };
+
+RecordStatus read_record(const char *path, const char *tag, OwnedText *line) {
+  if (find_record(path, tag, line) != 0) return RECORD_UNREADABLE;
+  if (!*line) return RECORD_MISSING;
+  trim(line->get());
+  return RECORD_FOUND;
+}
+
+// A number the engine reported: JSON as a bare member, no line end.
+void print_number(int value) {
+  if (g_options.json) {
+    printf("{\"return\":0,\"result\":%d}", value);
+  } else {
+    printf("%d\n", value);
+  }
+}
+
+// An engine JSON text printed as it is: JSON as a bare member, no line end.
+void print_engine_json(const char *text) {
+  if (g_options.json) {
+    printf("{\"return\":0,\"result\":%s}", text);
+  } else {
+    printf("%s\n", text);
+  }
+}
+
+int report_ok() {
+  report_result(RESULT_OK, nullptr);
+  return 0;
+}
+
+// Index of `name` in `names`, by exact comparison; -1 when absent.
+int find_name(const char *const *names, int count, const char *name) {
+  for (int i = 0; i < count; i++) {
+    if (str_equal(names[i], name) == 0) return i;
+  }
+  return -1;
+}
+
+int profile_index(const char *name) {
+  int index = find_name(kProfiles, kProfileCount, name);
+  if (index < 0) report_result(RESULT_FAILED, "Wrong profile: %s. (none, ai, gaming, wfh, streaming, office)", name);
+  return index;
+}
+
+// ---- shaper switch and mode
+
+int qos_on(int, char **) {
+  write_proc_line(kQosEnabled, "1");
+  return report_ok();
+}
+
+int qos_off(int, char **) {
+  write_proc_line(kQosEnabled, "0");
+  return report_ok();
+}
+
+// The web page parses this one line in either mode.
+int qos_get(int, char **) {
+  char mode[512] = "";
+  read_file_into(kQosMode, mode, sizeof mode);
+  printf("{\"return\":0,\"qosmode\":\"%s\"}", trim(mode));
+  return 0;
+}
+
+int qos_set(int, char **) {
+  if (!g_mode || !g_mode[0]) {
+    report_result(RESULT_FAILED, nullptr);
+    return 0;
+  }
+  write_proc_line(kQosMode, "%s", g_mode);
+  return report_ok();
+}
+
+// ---- algorithm
+
+int set_algo(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  int index = find_name(kAlgorithms, kAlgorithmCount, argv[1]);
+  if (index < 0) {
+    report_result(RESULT_FAILED, "Wrong algorithm: %s. (none, qoe, hyqos)", argv[1]);
+    return 1;
+  }
+  write_proc_line(kQosCtrl, "d:algorithm:%d", index);
+  return report_ok();
+}
+
+int get_algo(int, char **) {
+  OwnedText line;
+  switch (read_record(kQosCtrl, "d:algorithm:", &line)) {
+    case RECORD_UNREADABLE:
+      report_result(RESULT_FAILED, "Failed to read file.");
+      return 1;
+    case RECORD_MISSING:
+      report_result(RESULT_FAILED, "Failed to read file: null.");
+      return 1;
+    case RECORD_FOUND:
+      break;
+  }
+  int index = 0;
+  if (sscanf(line.get(), "d:algorithm:%d", &index) != 1) {
+    report_result(RESULT_FAILED, "Failed to read file: no algorithm field.");
+    return 1;
+  }
+  // Unsigned, so that a negative number is refused as well.
+  if (static_cast<unsigned>(index) > 2) {
+    report_result(RESULT_FAILED, "Failed to read file: algorithm(%d) is invalid.", index);
+    return 1;
+  }
+  char name[32];
+  snprintf(name, sizeof name, "%s", kAlgorithms[index]);
+  print_result(RESULT_OK, name);
+  return 0;
+}
+
+// ---- QoE active flag and profile
+
+int get_qoe_active(int, char **) {
+  OwnedText line;
+  switch (read_record(kQosCtrl, "j:qoe:", &line)) {
+    case RECORD_UNREADABLE:
+      report_result(RESULT_FAILED, "Failed to operate proc.");
+      return 1;
+    case RECORD_MISSING:
+      report_result(RESULT_FAILED, "Failed to operate proc: data null.");
+      return 1;
+    case RECORD_FOUND:
+      break;
+  }
+  int active = 0, profile = 0;
+  if (sscanf(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2) {
+    report_result(RESULT_FAILED, "Failed to read file: no queue number field.");
+    return 1;
+  }
+  print_number(active);
+  return 0;
+}
+
+int set_qoe_active(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  write_proc_line(kQoeConfig, "1 %d", arg_int(argv[1]));
+  return report_ok();
+}
+
+int get_qoe_profile(int, char **) {
+  OwnedText line;
+  switch (read_record(kQosCtrl, "j:qoe:", &line)) {
+    case RECORD_UNREADABLE:
+      report_result(RESULT_FAILED, "Failed to read file.");
+      return 1;
+    case RECORD_MISSING:
+      report_result(RESULT_FAILED, "Failed to read file: null.");
+      return 1;
+    case RECORD_FOUND:
+      break;
+  }
+  int active = 0, profile = 0;
+  // The engine reports 0 to 7; anything else is answered like a record that
+  // does not parse rather than read past the list.
+  if (sscanf(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2 ||
+      static_cast<unsigned>(profile) >= static_cast<unsigned>(kProfileCount)) {
+    report_result(RESULT_FAILED, "Failed to operate proc: %s", line.get());
+    return 1;
+  }
+  char name[32];
+  snprintf(name, sizeof name, "%s", kProfiles[profile]);
+  print_result(RESULT_OK, name);
+  return 0;
+}
+
+int set_qoe_profile(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  int index = profile_index(argv[1]);
+  if (index < 0) return 1;
+  write_proc_line(kQoeConfig, "3 %d", index);
+  return report_ok();
+}
+
+// ---- QoE profile settings
+
+int get_qoe_profile_settings(int, char **) {
+  OwnedText line;
+  switch (read_record(kQoeConfig, "j:pfs:", &line)) {
+    case RECORD_UNREADABLE:
+      report_result(RESULT_FAILED, "Failed to read file.");
+      return 1;
+    case RECORD_MISSING:
+      report_result(RESULT_FAILED, "Failed to read file: null.");
+      return 1;
+    case RECORD_FOUND:
+      break;
+  }
+  char settings[256];
+  if (sscanf(line.get(), "j:pfs:%255s", settings) != 1) {
+    report_result(RESULT_FAILED, "Failed to read file: no algorithm field.");
+    return 1;
+  }
+  print_result(RESULT_OK, settings);
+  return 0;
+}
+
+int set_qoe_profile_setting(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  int index = profile_index(argv[1]);
+  if (index < 0) return 1;
+  write_proc_line(kQoeConfig, "60 %d %d %d", index, g_sensitivity, g_intensity);
+  return report_ok();
+}
+
+// [[sensitivity, intensity], ...], one pair per profile in index order. A
+// bad pair stops the run where it stands: the pairs before it are written.
+int set_qoe_profile_settings(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  JsonTree settings(cJSON_Parse(argv[1]));
+  if (!cJSON_IsArray(settings.get())) {
+    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    return 1;
+  }
+  int count = cJSON_GetArraySize(settings.get());
+  if (count > kProfileCount) {
+    report_result(RESULT_FAILED, "Invalid input: %d, %s", count, argv[1]);
+    return 1;
+  }
+  int index = 0;
+  for (const cJSON *pair = settings->child; pair; pair = pair->next, index++) {
+    if (!cJSON_IsArray(pair) || cJSON_GetArraySize(pair) != 2) return 1;
+    int32_t sensitivity = 0, intensity = 0;
+    json_get_int(pair, "0", &sensitivity);
+    json_get_int(pair, "1", &intensity);
+    write_proc_line(kQoeConfig, "60 %d %d %d", index, sensitivity, intensity);
+  }
+  return report_ok();
+}
+
+// ---- optimisation and bandwidth control: whole files of engine JSON
+
+int print_whole_file(const char *path) {
+  OwnedText text;
+  int length = 0;
+  if (read_proc_file(path, &text, &length) != 0) {
+    report_result(RESULT_FAILED, "Failed to read file.");
+    return 1;
+  }
+  if (!text || length == 0) {
+    report_result(RESULT_FAILED, "Failed to read file: invalid.");
+    return 1;
+  }
+  print_engine_json(trim(text.get()));
+  return 0;
+}
+
+int get_qoe_optimization(int, char **) { return print_whole_file(kQoeOptimization); }
+
+int enable_qoe_bwctl(int, char **) {
+  write_proc_line(kQoeConfig2, "set-para {\"enabled\":1}");
+  return report_ok();
+}
+
+int disable_qoe_bwctl(int, char **) {
+  write_proc_line(kQoeConfig2, "set-para {\"enabled\":0}");
+  return report_ok();
+}
+
+int get_qoe_bwctl(int, char **) { return print_whole_file(kQoeConfig2); }
+
+int set_qoe_bwctl(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  JsonTree settings(cJSON_Parse(argv[1]));
+  if (!cJSON_IsObject(settings.get())) {
+    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    return 1;
+  }
+  write_proc_line(kQoeConfig2, "set-para %s", argv[1]);
+  return report_ok();
+}
+
+// ---- DSCP
+
+int get_dscp(int argc, char **argv) {
+  OwnedText text;
+  int length = 0;
+  if (read_proc_file(kConnCtx, &text, &length) != 0 || !text || length == 0) return 1;
+  JsonTree context(cJSON_Parse(trim(text.get())));
+  if (!context) {
+    // The message names the command's argument, not the file; without one
+    // it reads "(null)", as the C library prints a missing text.
+    report_result(RESULT_FAILED, "Wrong json format: %s", argc > 1 ? argv[1] : "(null)");
+    return 0;
+  }
+  const cJSON *dscp = cJSON_GetObjectItem(context.get(), "dscp");
+  OwnedText printed(dscp ? cJSON_PrintUnformatted(dscp) : nullptr);
+  if (!printed) {
+    report_result(RESULT_FAILED, "Unsupported");
+    return 0;
+  }
+  if (g_options.json) {
+    printf("{\"return\":0,\"result\":%s}\n", printed.get());
+  } else {
+    printf("%s\n", printed.get());
+  }
+  return 0;
+}
+
+int enable_dscp(int, char **) {
+  write_proc_line(kConnCtx, "set-dscp-tagging 1");
+  return report_ok();
+}
+
+int disable_dscp(int, char **) {
+  write_proc_line(kConnCtx, "set-dscp-tagging 0");
+  return report_ok();
+}
+
+int set_dscp_mapping(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  JsonTree mapping(cJSON_Parse(argv[1]));
+  if (!mapping) {
+    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    return 1;
+  }
+  write_proc_line(kConnCtx, "set-dscp-mapping %s", argv[1]);
+  return report_ok();
+}
+
+// ---- HyQoS: active flag and queues. Direction 0 is upstream, 1 downstream;
+// queue ids run from 0 to the hardware queue count, read afresh each time.
+
+int get_hyqos_active(int, char **) {
+  OwnedText line;
+  switch (read_record(kQosCtrl, "j:hyqos:", &line)) {
+    case RECORD_UNREADABLE:
+      report_result(RESULT_FAILED, "Failed to operate proc.");
+      return 1;
+    case RECORD_MISSING:
+      report_result(RESULT_FAILED, "Failed to operate proc: data null.");
+      return 1;
+    case RECORD_FOUND:
+      break;
+  }
+  int active = 0;
+  if (sscanf(line.get(), "j:hyqos:[%d]", &active) != 1) {
+    report_result(RESULT_FAILED, "Failed to read information from: %s", line.get());
+    return 1;
+  }
+  print_number(active);
+  return 0;
+}
+
+int set_hyqos_active(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  write_proc_line(kQoeConfig, "2 %d", arg_int(argv[1]));
+  return report_ok();
+}
+
+int get_hyqos_queues(int, char **) {
+  OwnedText rates;
+  if (read_hyqos_rate(&rates) != 0) {
+    report_result(RESULT_FAILED, "Failed to read file.");
+    return 1;
+  }
+  if (!rates) {
+    report_result(RESULT_FAILED, "Failed to read file: invalid.");
+    return 1;
+  }
+  print_engine_json(rates.get());
+  return 0;
+}
+
+// The hardware queue count; "Failed to read file." when it cannot be read.
+bool queue_count(int *count) {
+  if (read_queue_number(count) == 0) return true;
+  report_result(RESULT_FAILED, "Failed to read file.");
+  return false;
+}
+
+int set_hyqos_queue(int argc, char **argv) {
+  if (argc <= 3) return wrong_arg_number(argc);
+  int direction = arg_int(argv[1]);
+  int queue = arg_int(argv[2]);
+  int rate = arg_int(argv[3]);
+  if (static_cast<unsigned>(direction) > 1) return wrong_arg(direction);
+  if (queue < 0) return wrong_arg(queue);
+  if (rate < 0) return wrong_arg_text(argv[3]);
+  int count = 0;
+  if (!queue_count(&count)) return 1;
+  if (queue >= count) return wrong_arg(queue);
+  write_proc_line(kQoeConfig, "501 %d %d %d", direction, queue, rate);
+  return report_ok();
+}
+
+// [[[text, rate], ...], [[text, rate], ...]]: upstream first, one entry per
+// hardware queue. The entry counts are checked before anything is written;
+// a bad entry stops the run where it stands.
+int set_hyqos_queues(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  JsonTree queues(cJSON_Parse(argv[1]));
+  if (!cJSON_IsArray(queues.get())) {
+    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    return 1;
+  }
+  int count = 0;
+  if (!queue_count(&count)) return 1;
+  if (cJSON_GetArraySize(queues.get()) > 2) {
+    report_result(RESULT_FAILED, "Invalid input: %s", argv[1]);
+    return 1;
+  }
+  for (const cJSON *direction = queues->child; direction; direction = direction->next) {
+    if (!cJSON_IsArray(direction) || cJSON_GetArraySize(direction) != count) return 1;
+  }
+  int d = 0;
+  for (const cJSON *direction = queues->child; direction; direction = direction->next, d++) {
+    int q = 0;
+    for (const cJSON *entry = direction->child; entry; entry = entry->next, q++) {
+      if (!cJSON_IsArray(entry) || cJSON_GetArraySize(entry) != 2) return 1;
+      const char *text = cJSON_GetStringValue(cJSON_GetArrayItem(entry, 0));
+      if (!text) return 1;
+      int32_t rate = 0;
+      json_get_int(entry, "1", &rate);
+      write_proc_line(kQoeConfig, "501 %d %d %d %s", d, q, rate, text);
+    }
+  }
+  return report_ok();
+}
+
+int reset_hyqos_queue(int argc, char **argv) {
+  if (argc == 1) {
+    write_proc_line(kQoeConfig, "510");
+    return report_ok();
+  }
+  if (argc == 2) return wrong_arg_number(argc);
+  int direction = arg_int(argv[1]);
+  int queue = arg_int(argv[2]);
+  if (direction < 0) return wrong_arg(direction);
+  if (queue < 0) return wrong_arg(queue);
+  write_proc_line(kQoeConfig, "511 %d %d", direction, queue);
+  return report_ok();
+}
+
+// Exits 1 in plain mode although it printed the count: scripts rely on it.
+int get_hw_queue_num(int, char **) {
+  OwnedText line;
+  switch (read_record(kQosCtrl, "d:qnum:", &line)) {
+    case RECORD_UNREADABLE:
+      report_result(RESULT_FAILED, "Failed to read file.");
+      return 1;
+    case RECORD_MISSING:
+      report_result(RESULT_FAILED, "Failed to read file: null.");
+      return 1;
+    case RECORD_FOUND:
+      break;
+  }
+  int count = 0;
+  if (sscanf(line.get(), "d:qnum:%d", &count) != 1) {
+    report_result(RESULT_FAILED, "Failed to read file: no queue number field.");
+    return 1;
+  }
+  if (count < 0) {
+    report_result(RESULT_FAILED, "Failed to read file: queue number(%d) is invalid.", count);
+    return 1;
+  }
+  print_number(count);
+  return g_options.json ? 0 : 1;
+}
+
+// ---- HyQoS devices, in the engine's device table
+
+// The failure is reported with code 0 and exits 1; callers test the status.
+int get_hyqos_devs(int, char **) {
+  OwnedText devices;
+  if (read_dbdev(&devices) != 0 || !devices) {
+    report_result(RESULT_OK, "Failed to read file.");
+    return 1;
+  }
+  print_engine_json(devices.get());
+  return 0;
+}
+
+// Checks one [mac, upqid, dwqid] entry; false after reporting why not (or,
+// for a wrong item count, silently).
+bool check_device(const cJSON *entry, int count) {
+  if (!cJSON_IsArray(entry) || cJSON_GetArraySize(entry) != 3) return false;
+  const char *mac = cJSON_GetStringValue(cJSON_GetArrayItem(entry, 0));
+  if (!mac || !is_valid_mac(mac)) {
+    report_result(RESULT_FAILED, "Invalid mac: %s", mac ? mac : "null");
+    return false;
+  }
+  for (const char *key : {"1", "2"}) {
+    int32_t queue = 0;
+    json_get_int(entry, key, &queue);
+    if (queue < 0 || queue >= count) {
+      report_result(RESULT_FAILED, "Invalid queue id: %d", queue);
+      return false;
+    }
+  }
+  return true;
+}
+
+// Every entry is checked before the first is written. The checks after the
+// parse report 1 but exit 0.
+int add_hyqos_devs(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  JsonTree devices(cJSON_Parse(argv[1]));
+  if (!devices) {
+    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    return 1;
+  }
+  int count = 0;
+  if (!queue_count(&count)) return 0;
+  if (!cJSON_IsArray(devices.get())) {
+    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    return 0;
+  }
+  int size = cJSON_GetArraySize(devices.get());
+  if (size > kMaxDevices) {
+    report_result(RESULT_FAILED, "Can not support devices number: %d", size);
+    return 0;
+  }
+  for (const cJSON *entry = devices->child; entry; entry = entry->next) {
+    if (!check_device(entry, count)) return 0;
+  }
+  for (const cJSON *entry = devices->child; entry; entry = entry->next) {
+    int32_t up = 0, down = 0;
+    json_get_int(entry, "1", &up);
+    json_get_int(entry, "2", &down);
+    write_proc_line(kDbdev, "10 %s %d %d", cJSON_GetStringValue(cJSON_GetArrayItem(entry, 0)), up, down);
+  }
+  return report_ok();
+}
+
+// No argument deletes every device. Otherwise each MAC is checked and
+// deleted in turn: a bad one stops the run with the earlier ones deleted.
+int del_hyqos_devs(int argc, char **argv) {
+  if (argc < 2) {
+    write_proc_line(kDbdev, "6");
+    return report_ok();
+  }
+  JsonTree macs(cJSON_Parse(argv[1]));
+  if (!macs) {
+    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    return 1;
+  }
+  if (!cJSON_IsArray(macs.get())) {
+    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    return 0;
+  }
+  for (const cJSON *entry = macs->child; entry; entry = entry->next) {
+    const char *mac = cJSON_GetStringValue(entry);
+    if (!mac || !is_valid_mac(mac)) {
+      report_result(RESULT_FAILED, "Invalid mac: %s", mac ? mac : "null");
+      return 0;
+    }
+    write_proc_line(kDbdev, "7 %s", mac);
+  }
+  return report_ok();
+}
+
+const char *const kUsages[] = {
+    "vektool qos [options] <command> [args]",
+    "vektool qos get-qoe-active",
+    "vektool qos set-qoe-active <active>",
+    "vektool qos get-hyqos-active",
+    "vektool qos set-hyqos-active <active>",
+    "vektool qos get-algo",
+    "vektool qos set-algo <algorithm>",
+    "vektool qos get-qoe-profile",
+    "vektool qos set-qoe-profile <profile>      # ai, gaming, streaming, wfh, office",
+    "vektool qos get-qoe-profile-settings",
+    "vektool qos set-qoe-profile-setting <profile>",
+    "vektool qos set-qoe-profile-settings <json_settings>",
+    "vektool qos get-qoe-optimization",
+    "vektool qos enable-qoe-bwctl",
+    "vektool qos disable-qoe-bwctl",
+    "vektool qos get-qoe-bwctl",
+    "vektool qos set-qoe-bwctl <bwctl_settings>",
+    "vektool qos get-hyqos-queues",
+    "vektool qos set-hyqos-queue <dir> <qid> <rate_mbps>",
+    "vektool qos set-hyqos-queues <json_queues>     # [[<up_rate>, ...],[<dw_rate>, ...]]",
+    "vektool qos reset-hyqos-queue                  # reset all queues",
+    "vektool qos reset-hyqos-queue <dir> <qid>      # reset <dir> <qid>",
+    "vektool qos get-hyqos-devs",
+    "vektool qos add-hyqos-devs <json_devs>     # [[<mac>, <upqid>, <dwqid>], ...]",
+    "vektool qos del-hyqos-devs <json_devs>     # [<mac>, ...]",
+    "vektool qos get-hw-queue-num",
+    "vektool qos get-dscp",
+    "vektool qos enable-dscp",
+    "vektool qos disable-dscp",
+    "vektool qos set-dscp-mapping <dscp_class_mapping>",
+    nullptr,
+};
+
+const argparse_option kOptions[] = {
+    OPT_HELP(),
+    OPT_INTEGER(0, "sensitivity", &g_sensitivity, "The sensitivity of profile setting."),
+    OPT_INTEGER(0, "intensity", &g_intensity, "The intensity of profile setting."),
+    OPT_BOOLEAN(0, "json", &g_options.json, ""),
+    OPT_STRING('m', nullptr, &g_mode, ""),
+    OPT_END(),
+};
+
+const CommandEntry kCommands[] = {
+    {"on", qos_on},
+    {"off", qos_off},
+    {"get", qos_get},
+    {"set", qos_set},
+    {"set-algo", set_algo},
+    {"get-algo", get_algo},
+    {"get-qoe-active", get_qoe_active},
+    {"set-qoe-active", set_qoe_active},
+    {"get-qoe-profile", get_qoe_profile},
+    {"set-qoe-profile", set_qoe_profile},
+    {"get-qoe-profile-settings", get_qoe_profile_settings},
+    {"set-qoe-profile-setting", set_qoe_profile_setting},
+    {"set-qoe-profile-settings", set_qoe_profile_settings},
+    {"get-qoe-optimization", get_qoe_optimization},
+    {"enable-qoe-bwctl", enable_qoe_bwctl},
+    {"disable-qoe-bwctl", disable_qoe_bwctl},
+    {"get-qoe-bwctl", get_qoe_bwctl},
+    {"set-qoe-bwctl", set_qoe_bwctl},
+    {"get-hyqos-active", get_hyqos_active},
+    {"set-hyqos-active", set_hyqos_active},
+    {"get-hyqos-queues", get_hyqos_queues},
+    {"set-hyqos-queue", set_hyqos_queue},
+    {"set-hyqos-queues", set_hyqos_queues},
+    {"reset-hyqos-queue", reset_hyqos_queue},
+    {"get-hw-queue-num", get_hw_queue_num},
+    {"get-hyqos-devs", get_hyqos_devs},
+    {"add-hyqos-devs", add_hyqos_devs},
+    {"del-hyqos-devs", del_hyqos_devs},
+    {"get-dscp", get_dscp},
+    {"enable-dscp", enable_dscp},
+    {"disable-dscp", disable_dscp},
+    {"set-dscp-mapping", set_dscp_mapping},
+};
+
+}  // namespace
+
+const GroupFrame qos_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+                              nullptr, nullptr, false, nullptr};
+
+int qos_main(int argc, char **argv) {
+  g_sensitivity = 0;
+  g_intensity = 0;
+  g_mode = nullptr;
+  return group_run(qos_frame, argc, argv);
+}

@@ -1,0 +1,27 @@
+# Table-driven cases for a transcript that runs against the simulator. Source
+# it after sim-env.sh, then feed `cases` one case per line:
+#
+#   $ cases <<'EOF'
+#   > qos set-algo hyqos --json
+#   > vek-sim file /proc/vek/qos_ctrl 'd:algorithm:-1'
+#   > EOF
+#
+# A case is the words after "vektool", quoted as in a shell. For each case it
+# prints the command line, what vektool printed on both streams, the exit
+# status as "[exit N]" (glued to the output when that lacks its line end)
+# and the verbs the engine received during the case, indented. A line that
+# begins with "vek-sim" sets the scene and prints nothing; blank lines and
+# lines that begin with "#" are skipped.
+cases() {
+  while IFS= read -r line; do
+    case $line in
+      '' | '#'*) continue ;;
+      vek-sim*) eval "$line" </dev/null; continue ;;
+    esac
+    vek-sim journal --clear
+    printf 'vektool %s\n' "$line"
+    eval "vektool $line" </dev/null 2>&1
+    printf '[exit %d]\n' $?
+    vek-sim journal | sed 's/^/  /'
+  done
+}
