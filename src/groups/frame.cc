@@ -1,10 +1,10 @@
 #include "groups/frame.h"
 
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 
 #include "result.h"
+#include "sys/scan.h"
 
 int group_run(const GroupFrame &frame, int argc, char **argv) {
   argparse parser;
@@ -30,10 +30,7 @@ int wrong_arg_number(int argc) {
 }
 
 int arg_int(const char *text) {
-  long value = strtol(text, nullptr, 10);
-  if (value > INT_MAX) return INT_MAX;
-  if (value < INT_MIN) return INT_MIN;
-  return static_cast<int>(value);
+  return static_cast<int>(strtol32(text, nullptr, 10));
 }
 
 int wrong_arg(int value) {

@@ -14,6 +14,7 @@
 #include "result.h"
 #include "sys/mac.h"
 #include "sys/procfs.h"
+#include "sys/scan.h"
 #include "sys/text.h"
 
 namespace {
@@ -143,7 +144,7 @@ int get_algo(int, char **) {
       break;
   }
   int index = 0;
-  if (sscanf(line.get(), "d:algorithm:%d", &index) != 1) {
+  if (scan32(line.get(), "d:algorithm:%d", &index) != 1) {
     report_result(RESULT_FAILED, "Failed to read file: no algorithm field.");
     return 1;
   }
@@ -173,7 +174,7 @@ int get_qoe_active(int, char **) {
       break;
   }
   int active = 0, profile = 0;
-  if (sscanf(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2) {
+  if (scan32(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2) {
     report_result(RESULT_FAILED, "Failed to read file: no queue number field.");
     return 1;
   }
@@ -202,7 +203,7 @@ int get_qoe_profile(int, char **) {
   int active = 0, profile = 0;
   // The engine reports 0 to 7; anything else is answered like a record that
   // does not parse rather than read past the list.
-  if (sscanf(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2 ||
+  if (scan32(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2 ||
       static_cast<unsigned>(profile) >= static_cast<unsigned>(kProfileCount)) {
     report_result(RESULT_FAILED, "Failed to operate proc: %s", line.get());
     return 1;
@@ -236,7 +237,7 @@ int get_qoe_profile_settings(int, char **) {
       break;
   }
   char settings[256];
-  if (sscanf(line.get(), "j:pfs:%255s", settings) != 1) {
+  if (scan32(line.get(), "j:pfs:%255s", settings) != 1) {
     report_result(RESULT_FAILED, "Failed to read file: no algorithm field.");
     return 1;
   }
@@ -383,7 +384,7 @@ int get_hyqos_active(int, char **) {
       break;
   }
   int active = 0;
-  if (sscanf(line.get(), "j:hyqos:[%d]", &active) != 1) {
+  if (scan32(line.get(), "j:hyqos:[%d]", &active) != 1) {
     report_result(RESULT_FAILED, "Failed to read information from: %s", line.get());
     return 1;
   }
@@ -495,7 +496,7 @@ int get_hw_queue_num(int, char **) {
       break;
   }
   int count = 0;
-  if (sscanf(line.get(), "d:qnum:%d", &count) != 1) {
+  if (scan32(line.get(), "d:qnum:%d", &count) != 1) {
     report_result(RESULT_FAILED, "Failed to read file: no queue number field.");
     return 1;
   }
