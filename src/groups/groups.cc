@@ -1,6 +1,7 @@
 #include "groups/groups.h"
 
 const GroupEntry kGroups[] = {
+    {"iam", iam_main, &iam_frame},
     {"mon", mon_main, &mon_frame},
 };
 const size_t kGroupCount = sizeof kGroups / sizeof kGroups[0];

@@ -17,5 +17,7 @@ struct GroupEntry {
 extern const GroupEntry kGroups[];
 extern const size_t kGroupCount;
 
+extern const GroupFrame iam_frame;
+int iam_main(int argc, char **argv);
 extern const GroupFrame mon_frame;
 int mon_main(int argc, char **argv);
