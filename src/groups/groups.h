@@ -21,3 +21,5 @@ extern const GroupFrame iam_frame;
 int iam_main(int argc, char **argv);
 extern const GroupFrame mon_frame;
 int mon_main(int argc, char **argv);
+extern const GroupFrame gc_frame;
+int gc_main(int argc, char **argv);
