@@ -4,5 +4,6 @@ const GroupEntry kGroups[] = {
     {"iam", iam_main, &iam_frame},
     {"mon", mon_main, &mon_frame},
     {"gc", gc_main, &gc_frame},
+    {"ss", ss_main, &ss_frame},
 };
 const size_t kGroupCount = sizeof kGroups / sizeof kGroups[0];

@@ -23,3 +23,5 @@ extern const GroupFrame mon_frame;
 int mon_main(int argc, char **argv);
 extern const GroupFrame gc_frame;
 int gc_main(int argc, char **argv);
+extern const GroupFrame ss_frame;
+int ss_main(int argc, char **argv);
