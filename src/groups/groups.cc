@@ -5,5 +5,6 @@ const GroupEntry kGroups[] = {
     {"mon", mon_main, &mon_frame},
     {"gc", gc_main, &gc_frame},
     {"ss", ss_main, &ss_frame},
+    {"dt", dt_main, &dt_frame},
 };
 const size_t kGroupCount = sizeof kGroups / sizeof kGroups[0];

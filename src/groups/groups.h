@@ -25,3 +25,5 @@ extern const GroupFrame gc_frame;
 int gc_main(int argc, char **argv);
 extern const GroupFrame ss_frame;
 int ss_main(int argc, char **argv);
+extern const GroupFrame dt_frame;
+int dt_main(int argc, char **argv);
