@@ -6,5 +6,7 @@ const GroupEntry kGroups[] = {
     {"gc", gc_main, &gc_frame},
     {"ss", ss_main, &ss_frame},
     {"dt", dt_main, &dt_frame},
+    {"diag", diag_main, &diag_frame},
+    {"cloud", cloud_main, &cloud_frame},
 };
 const size_t kGroupCount = sizeof kGroups / sizeof kGroups[0];

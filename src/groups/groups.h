@@ -27,3 +27,7 @@ extern const GroupFrame ss_frame;
 int ss_main(int argc, char **argv);
 extern const GroupFrame dt_frame;
 int dt_main(int argc, char **argv);
+extern const GroupFrame diag_frame;
+int diag_main(int argc, char **argv);
+extern const GroupFrame cloud_frame;
+int cloud_main(int argc, char **argv);
