@@ -77,17 +77,21 @@ TEST_F(ServiceTest, MissingOrDeadSocketFailsAtOnce) {
   EXPECT_EQ(service_request(nullptr, "{}", 2, nullptr, nullptr), SERVICE_NO_SOCKET);
 }
 
-TEST_F(ServiceTest, LongRequestArrivesWholeAndReplyComesBackExactly) {
+// Both ways longer than one 1024-byte chunk; the reply's bytes, a NUL among
+// them, come back exactly with their length.
+TEST_F(ServiceTest, LongRequestAndLongReplyArriveWhole) {
   std::string request(2500, 'x'), received;
   request.front() = '{';
   request.back() = '}';
-  serve([&received](int fd) {
+  std::string answer = "{\"return\":0,\"result\":\"" + std::string(5000, 'y') + "\"}\n";
+  answer[100] = '\0';
+  serve([&received, &answer](int fd) {
     received = read_request(fd);
-    send(fd, "{\"return\":0}\n\0tail", 18, 0);
+    send(fd, answer.data(), answer.size(), MSG_NOSIGNAL);
   });
   std::string reply;
   EXPECT_EQ(ask(request, &reply), SERVICE_OK);
-  EXPECT_EQ(reply, std::string("{\"return\":0}\n\0tail", 18));
+  EXPECT_EQ(reply, answer);
   server_.join();
   EXPECT_EQ(received, request);
 }
