@@ -42,7 +42,7 @@ const char *const kUsage =
     "  exit PROGRAM STATUS [STDERR]          exit status (and error text) of vekctl, veklog,\n"
     "                                        dt_srv, killall or date\n"
     "  proc start NAME [PID] | proc stop NAME | proc list\n"
-    "  service normal|silent|slow|pieces|down [MS]\n"
+    "  service normal|silent|slow|pieces|close|reset|down [MS]\n"
     "  reply METHOD [TEXT]                   the service's reply to a method\n"
     "  kernel normal|busy|reject [grpxdb|sidxdb|xr]\n"
     "  exe TARGET                            where /proc/self/exe points\n"

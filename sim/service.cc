@@ -108,10 +108,19 @@ struct Service::Impl {
   void serve(Fd client) {
     std::string req;
     char buf[1024];
-    while (!request_complete(req) && wait_readable(client.get(), kRequestWaitMs)) {
-      ssize_t n = read(client.get(), buf, sizeof buf);
-      if (n <= 0) break;
-      req.append(buf, static_cast<size_t>(n));
+    ServiceMode m = service_mode(r);
+    int fd = client.get();
+    if (m.mode == "reset") {
+      // Only looks at the request: closing with it still unread resets the
+      // connection, so the client's next receive fails.
+      ssize_t n = wait_readable(fd, kRequestWaitMs) ? recv(fd, buf, sizeof buf, MSG_PEEK) : 0;
+      if (n > 0) req.assign(buf, static_cast<size_t>(n));
+    } else {
+      while (!request_complete(req) && wait_readable(fd, kRequestWaitMs)) {
+        ssize_t n = read(fd, buf, sizeof buf);
+        if (n <= 0) break;
+        req.append(buf, static_cast<size_t>(n));
+      }
     }
     r.journal("request " + gateway_path + " " + escape_bytes(req.data(), req.size()));
     std::string reply;
@@ -119,8 +128,11 @@ struct Service::Impl {
     if (method.empty() || method.find('/') != std::string::npos ||
         !read_file(service_reply_path(r, method), &reply))
       reply = "{\"return\":1,\"detail\":\"unknown method\"}\n";
-    ServiceMode m = service_mode(r);
-    int fd = client.get();
+    if (m.mode == "close") return;  // hangs up without a byte
+    if (m.mode == "reset") {
+      send_all(fd, reply.data(), std::min(kPieceSize, reply.size()));
+      return;
+    }
     if (m.mode == "silent") {
       // Holds the connection without a word until the client gives up.
       while (wait_readable(fd, -1) && read(fd, buf, sizeof buf) > 0) {

@@ -107,7 +107,8 @@ ServiceMode service_mode(const SimRoot &r) {
 }
 
 bool is_service_mode(const std::string &mode) {
-  return mode == "normal" || mode == "silent" || mode == "slow" || mode == "pieces" || mode == "down";
+  return mode == "normal" || mode == "silent" || mode == "slow" || mode == "pieces" || mode == "down" ||
+         mode == "close" || mode == "reset";
 }
 
 std::string service_reply_path(const SimRoot &r, const std::string &method) {

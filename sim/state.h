@@ -29,9 +29,9 @@ long process_start(const SimRoot &r, const std::string &name, long pid);
 // Ends every process of that name; returns how many there were.
 int process_stop(const SimRoot &r, const std::string &name);
 
-// Service behaviour: "normal", "silent", "slow", "pieces" or "down", with an
-// optional number of milliseconds (slow: the delay; pieces: the pause after
-// the first piece).
+// Service behaviour: "normal", "silent", "slow", "pieces", "close", "reset"
+// or "down", with an optional number of milliseconds (slow: the delay;
+// pieces: the pause after the first piece).
 struct ServiceMode {
   std::string mode = "normal";
   long ms = -1;  // -1: the mode's default

@@ -82,6 +82,26 @@ if has_group mon; then
   show vektool mon clear-conn-count
   show vektool mon get-conn-count block
 fi
+if has_group iam; then
+  printf 'allow 00:11:22:33:44:55 08:00-20:00\n' > "$R/tmp/rules"
+  show vektool iam set-rules -f /tmp/rules --json
+  show vektool iam get-rules
+  show vektool iam set-redirect-ip 192.168.1.254
+  show vektool iam get
+fi
+if has_group gc; then
+  show vektool gc map 00:11:22:33:44:55 low high
+  show vektool gc set-downgrade 00:11:22:33:44:55 1 --duration 30 --json
+  show vektool gc set-absolute 00:11:22:33:44:55 HIGH
+  show vektool gc get
+fi
+if has_group ss; then
+  show vektool ss set-mode by_device
+  show vektool ss add-dev 00:11:22:33:44:55 tv --json
+  show vektool ss add nas.lan 192.168.1.20
+  show vektool ss add nas-1.lan 192.168.1.21
+  show vektool ss get
+fi
 if has_group xdn; then
   cp "$R/usr/vek/var/vek.xdb" "$R/tmp/new.xdb"
   show vektool xdn get
@@ -89,7 +109,16 @@ if has_group xdn; then
   show vektool xdn get
 fi
 if has_group cloud; then
+  show vektool cloud off
   show vektool cloud get
+  vek-sim --root "$R" service down
+  echo "(the service's socket is gone)"
+  show vektool cloud get --json x
+  vek-sim --root "$R" service normal
+fi
+if has_group diag; then
+  show vektool diag get
+  show vektool diag get --json
 fi
 if has_group dt; then
   show vektool dt start --json

@@ -4,7 +4,9 @@
 #include <cstring>
 
 #include "result.h"
+#include "sys/procfs.h"
 #include "sys/scan.h"
+#include "sys/text.h"
 
 int group_run(const GroupFrame &frame, int argc, char **argv) {
   argparse parser;
@@ -41,4 +43,22 @@ int wrong_arg(int value) {
 int wrong_arg_text(const char *text) {
   report_result(RESULT_FAILED, "Wrong arg: %s", text);
   return 1;
+}
+
+int invalid_arg(const char *text) {
+  report_result(RESULT_FAILED, "invalid arg: %s", text);
+  return 1;
+}
+
+int failed_to_read() {
+  report_result(RESULT_FAILED, "Failed to read.");
+  return 1;
+}
+
+int print_proc_text(const char *path, bool trimmed) {
+  OwnedText text;
+  if (read_proc_file(path, &text, nullptr) != 0) return failed_to_read();
+  if (trimmed) trim(text.get());
+  print_result(RESULT_OK, text.get());
+  return 0;
 }

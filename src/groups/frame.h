@@ -44,3 +44,11 @@ int wrong_arg_number(int argc);  // "Wrong arg number: %d"
 int arg_int(const char *text);
 int wrong_arg(int value);               // "Wrong arg: %d", returns 1
 int wrong_arg_text(const char *text);   // "Wrong arg: %s", returns 1
+// Argument errors and control-file reads of the policy and service groups
+// (iam, gc, ss, cloud, diag, dt).
+int invalid_arg(const char *text);  // "invalid arg: %s", returns 1
+int failed_to_read();               // "Failed to read.", returns 1
+// Prints the whole text of a control file as the result with code 0 (none
+// when the file is empty; trimmed first when asked) and returns 0; a file
+// that cannot be opened is "Failed to read." and 1.
+int print_proc_text(const char *path, bool trimmed);

@@ -19,12 +19,21 @@ extern const size_t kGroupCount;
 
 extern const GroupFrame qos_frame;
 int qos_main(int argc, char **argv);
-
+extern const GroupFrame iam_frame;
+int iam_main(int argc, char **argv);
 extern const GroupFrame dev_frame;
 int dev_main(int argc, char **argv);
-
 extern const GroupFrame mon_frame;
 int mon_main(int argc, char **argv);
-
+extern const GroupFrame gc_frame;
+int gc_main(int argc, char **argv);
+extern const GroupFrame ss_frame;
+int ss_main(int argc, char **argv);
+extern const GroupFrame dt_frame;
+int dt_main(int argc, char **argv);
+extern const GroupFrame diag_frame;
+int diag_main(int argc, char **argv);
 extern const GroupFrame limiter_frame;
 int limiter_main(int argc, char **argv);
+extern const GroupFrame cloud_frame;
+int cloud_main(int argc, char **argv);

@@ -21,7 +21,8 @@ int run_command(const char *format, ...) __attribute__((format(printf, 1, 2)));
 enum { CAPTURE_DISCARD = 1 };
 // Runs the command with its standard output read through a pipe. Returns the
 // first line of the output (see shell.cc), or null when discarded or the pipe
-// could not be opened.
+// could not be opened. A command that prints nothing gives an empty text, not
+// null: callers that pass the text on test for both.
 OwnedText run_command_capture(int flags, const char *command);
 
 // Writes `word` into `out` as one shell word: unchanged when it holds only

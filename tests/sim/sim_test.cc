@@ -242,6 +242,8 @@ TEST_F(SimTest, ServiceModesAnswerAsTheToolWillSeeThem) {
       {"silent", -1, "get-cs", 500, 10, 500, 1000, "<nothing>"},
       {"slow", -1, "get-cs", 5000, 100, 3000, 4500, kCsReply},  // past the tool's 3 s
       {"down", -1, "get-cs", 500, 10, 0, 100, "<refused>"},
+      {"close", -1, "get-cs", 3000, 1000, 0, 500, ""},
+      {"reset", -1, "get-cs", 3000, 1000, 0, 500, kCsReply.substr(0, 16)},
   };
   for (const auto &c : cases) {
     SCOPED_TRACE(std::string(c.mode) + " " + std::to_string(c.ms) + " " + c.method);

@@ -1,0 +1,89 @@
+#include "config/service.h"
+
+#include <sys/select.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+#include <new>
+
+#include "sys/handles.h"
+#include "sys/sysroot.h"
+
+namespace {
+
+const size_t kChunk = 1024;
+const int kFirstReplySeconds = 3;
+const long kReceiveBudgetMicroseconds = 10000;
+
+// True when `fd` becomes readable within `timeout`; select counts the time
+// value down, so a caller that passes the same one again shares the budget.
+bool wait_readable(int fd, struct timeval *timeout) {
+  fd_set readable;
+  FD_ZERO(&readable);
+  FD_SET(fd, &readable);
+  return select(fd + 1, &readable, nullptr, nullptr, timeout) > 0 && FD_ISSET(fd, &readable);
+}
+
+// The address as the engine's own clients fill it: the path in the path
+// field and a length of the path plus the family field, not the size of the
+// whole structure. The storage is as large as any socket address, so that the
+// kernel never reads past it whatever length a long path gives; a length
+// beyond that is refused by connect itself.
+union UnixAddress {
+  struct sockaddr_un un;
+  struct sockaddr_storage storage;
+};
+
+}  // namespace
+
+int service_receive(int fd, OwnedText *reply, unsigned int *reply_length) {
+  std::unique_ptr<TextBuffer> buffer(new (std::nothrow) TextBuffer);
+  if (!buffer) return 1;
+  // One budget for the whole reply: it is not reset between passes.
+  struct timeval budget = {0, kReceiveBudgetMicroseconds};
+  char chunk[1024];
+  while (wait_readable(fd, &budget)) {
+    ssize_t n = recv(fd, chunk, sizeof chunk, 0);
+    if (n < 1) break;  // the service closed, or the connection failed
+    text_buffer_append(buffer.get(), chunk, static_cast<unsigned int>(n));
+  }
+  unsigned int length = 0;
+  OwnedText text = text_buffer_take(buffer.get(), &length);
+  if (reply) *reply = std::move(text);
+  if (reply_length) *reply_length = length;
+  return 0;
+}
+
+int service_request(const char *socket_path, const char *request, size_t length, OwnedText *reply,
+                    unsigned int *reply_length) {
+  if (!socket_path) return SERVICE_NO_SOCKET;
+  SysPath path(socket_path);
+  if (access(path, F_OK) != 0) return SERVICE_NO_SOCKET;
+
+  Fd fd(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  if (!fd.ok()) return SERVICE_NO_FD;
+
+  UnixAddress address;
+  memset(&address, 0, sizeof address);
+  address.un.sun_family = AF_UNIX;
+  snprintf(address.un.sun_path, sizeof address.un.sun_path, "%s", path.c_str());
+  socklen_t address_length = static_cast<socklen_t>(strlen(path.c_str()) + sizeof address.un.sun_family);
+  if (connect(fd.get(), reinterpret_cast<struct sockaddr *>(&address), address_length) != 0)
+    return SERVICE_NO_CONNECT;
+
+  for (size_t sent = 0; request && sent < length;) {
+    size_t chunk = length - sent < kChunk ? length - sent : kChunk;
+    // A service that is already gone must not end the tool by a signal.
+    ssize_t n = send(fd.get(), request + sent, chunk, MSG_NOSIGNAL);
+    if (n < 0 || static_cast<size_t>(n) != chunk) return SERVICE_SHORT_SEND;
+    sent += chunk;
+  }
+
+  struct timeval first = {kFirstReplySeconds, 0};
+  if (!wait_readable(fd.get(), &first)) return SERVICE_OK;  // too slow: no reply
+  if (service_receive(fd.get(), reply, reply_length) != 0) return SERVICE_NO_MEMORY;
+  return SERVICE_OK;
+}

@@ -1,0 +1,69 @@
+// vektool cloud: the engine's cloud service, switched through the kernel and
+// asked for its state over the service socket.
+#include <cstdio>
+
+#include "config/service.h"
+#include "context.h"
+#include "groups/frame.h"
+#include "groups/groups.h"
+#include "result.h"
+#include "sys/procfs.h"
+#include "sys/text.h"
+
+namespace {
+
+const char kFcCtrl[] = "/proc/vek/fc_ctrl";
+const char kGetCs[] = "{\"v\":1,\"method\":\"get-cs\"}";
+
+// The service's answer, trimmed, whatever the output mode; no answer at all
+// (no socket, refused, silent for 3 s, closed without a byte) is code 53 and
+// still exit 0.
+int cloud_get(int, char **) {
+  OwnedText reply;
+  int status = service_request(g_context.config.socket_file, kGetCs, sizeof kGetCs - 1, &reply, nullptr);
+  if (status != SERVICE_OK || !reply) {
+    report_result(RESULT_SOCKET, "Failed to read socket.");
+    return 0;
+  }
+  printf("%s\n", trim(reply.get()));
+  return 0;
+}
+
+int cloud_on(int, char **) {
+  write_proc_line(kFcCtrl, "enable-cloud");
+  report_result(RESULT_OK, nullptr);
+  return 0;
+}
+
+int cloud_off(int, char **) {
+  write_proc_line(kFcCtrl, "disable-cloud");
+  report_result(RESULT_OK, nullptr);
+  return 0;
+}
+
+const char *const kUsages[] = {
+    "vektool cloud [options] <command> [args]",
+    "vektool cloud get",
+    "vektool cloud on",
+    "vektool cloud off",
+    nullptr,
+};
+
+// No --json here: only the global pre-scan sets JSON output for this group.
+const argparse_option kOptions[] = {
+    OPT_HELP(),
+    OPT_END(),
+};
+
+const CommandEntry kCommands[] = {
+    {"get", cloud_get},
+    {"on", cloud_on},
+    {"off", cloud_off},
+};
+
+}  // namespace
+
+const GroupFrame cloud_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+                                "\nBrief:", "\n", false, nullptr};
+
+int cloud_main(int argc, char **argv) { return group_run(cloud_frame, argc, argv); }

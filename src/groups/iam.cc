@@ -1,0 +1,110 @@
+// vektool iam: access management. The switch, the rule set (an opaque text
+// the kernel parses, loaded after the gateway's time-zone offset so that
+// time-based rules run on local time) and the redirection of blocked clients.
+#include <cstdio>
+
+#include "context.h"
+#include "groups/frame.h"
+#include "groups/groups.h"
+#include "result.h"
+#include "sys/procfs.h"
+#include "sys/shell.h"
+#include "sys/text.h"
+
+namespace {
+
+const char kEnabled[] = "/proc/vek/iam_enabled";
+const char kCtrl[] = "/proc/vek/iam_ctrl";
+const char kRuleImport[] = "/proc/vek/pc_rule_import";
+const char kRuleExport[] = "/proc/vek/pc_rule_export";
+const char kTzOffset[] = "/proc/vek/pc_tzoffset";
+
+const char *g_rule_file;  // -f
+
+// Writes are not checked: the command reports done whatever the engine said.
+int write_done(const char *path, const char *verb) {
+  write_proc_line(path, "%s", verb);
+  report_result(RESULT_OK, nullptr);
+  return 0;
+}
+
+int iam_on(int, char **) { return write_done(kEnabled, "1"); }
+int iam_off(int, char **) { return write_done(kEnabled, "0"); }
+int iam_get(int, char **) { return print_proc_text(kCtrl, false); }
+int iam_get_content(int, char **) { return 0; }
+int iam_get_rules(int, char **) { return print_proc_text(kRuleExport, false); }
+int iam_clear_rules(int, char **) { return write_done(kRuleImport, "0"); }
+int iam_enable_redirect(int, char **) { return write_done(kCtrl, "enable-redirect"); }
+int iam_disable_redirect(int, char **) { return write_done(kCtrl, "disable-redirect"); }
+
+// The engine's verb for the address is "set-redirect"; the text is passed on
+// unchecked, as is the TTL.
+int iam_set_redirect_ip(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  write_proc_line(kCtrl, "set-redirect %s", argv[1]);
+  report_result(RESULT_OK, nullptr);
+  return 0;
+}
+
+int iam_set_redirect_ttl(int argc, char **argv) {
+  if (argc < 2) return wrong_arg_number(argc);
+  write_proc_line(kCtrl, "set-redirect-ttl %s", argv[1]);
+  report_result(RESULT_OK, nullptr);
+  return 0;
+}
+
+// Clear, time-zone offset, rules: in this order, so that the kernel reads the
+// new rules in local time. A rule file that cannot be read leaves the rules
+// cleared and still reports done.
+int iam_set_rules(int, char **) {
+  if (!g_rule_file) return failed_to_read();
+  write_proc_line(kRuleImport, "0");
+  // The capture gives an empty text when date printed nothing: the engine
+  // must never see an empty offset.
+  OwnedText offset = run_command_capture(0, "date +%z");
+  if (offset && offset.get()[0] != '\0') write_proc_line(kTzOffset, "%s", offset.get());
+  copy_file(kRuleImport, g_rule_file);
+  report_result(RESULT_OK, nullptr);
+  return 0;
+}
+
+const char *const kUsages[] = {
+    "vektool iam [options] <command> [args]",
+    "vektool iam on",
+    "vektool iam off",
+    "vektool iam get-rules",
+    "vektool iam set-rules",
+    "vektool iam enable-redirect",
+    "vektool iam disable-redirect",
+    "vektool iam set-redirect-ip <ip>",
+    "vektool iam set-redirect-ttl <ttl>",
+    nullptr,
+};
+
+const argparse_option kOptions[] = {
+    OPT_HELP(),
+    OPT_BOOLEAN(0, "json", &g_options.json, ""),
+    OPT_STRING('f', nullptr, &g_rule_file, ""),
+    OPT_END(),
+};
+
+const CommandEntry kCommands[] = {
+    {"on", iam_on},
+    {"off", iam_off},
+    {"get", iam_get},
+    {"get-content", iam_get_content},
+    {"get-rules", iam_get_rules},
+    {"set-rules", iam_set_rules},
+    {"clear-rules", iam_clear_rules},
+    {"enable-redirect", iam_enable_redirect},
+    {"disable-redirect", iam_disable_redirect},
+    {"set-redirect-ip", iam_set_redirect_ip},
+    {"set-redirect-ttl", iam_set_redirect_ttl},
+};
+
+}  // namespace
+
+const GroupFrame iam_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+                              nullptr, nullptr, false, nullptr};
+
+int iam_main(int argc, char **argv) { return group_run(iam_frame, argc, argv); }
