@@ -5,6 +5,7 @@
 
 #include <iniparser.h>
 
+#include "sys/scan.h"
 #include "sys/shell.h"
 #include "sys/sysroot.h"
 
@@ -36,7 +37,10 @@ int config_parse_file(tool_config *config, const char *path) {
   config->qos = iniparser_getboolean(d, "vek:qos", 1);
   config->iam = iniparser_getboolean(d, "vek:iam", 1);
   config->cs = iniparser_getboolean(d, "vek:cs", 1);
-  config->log_level = iniparser_getint(d, "vek:log_level", 3);
+  // iniparser_getint stores strtol's long into an int: read the text and hold
+  // it to int as the 32-bit gateway's strtol does.
+  const char *level = iniparser_getstring(d, "vek:log_level", nullptr);
+  config->log_level = level ? static_cast<int32_t>(strtol32(level, nullptr, 0)) : 3;
 
   copy_string(d, "vek:bin", config->bin);
   copy_string(d, "vek:lib", config->lib);
