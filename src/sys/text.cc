@@ -70,6 +70,20 @@ char *trim(char *text) {
 
 char *trim_spaces(char *text) { return trim(text); }
 
+char *copy_text(char *buffer, size_t size, const char *text) {
+  return join_text(buffer, size, text, "");
+}
+
+char *join_text(char *buffer, size_t size, const char *first, const char *second) {
+  if (size == 0) return buffer;
+  size_t used = strnlen(first, size - 1);
+  memcpy(buffer, first, used);
+  size_t more = strnlen(second, size - 1 - used);
+  memcpy(buffer + used, second, more);
+  buffer[used + more] = '\0';
+  return buffer;
+}
+
 OwnedText str_dup(const char *text) {
   if (!text) return OwnedText();
   return str_ndup(text, static_cast<unsigned int>(strlen(text)));
