@@ -66,11 +66,19 @@ File names come in the order the directory lists them.
   vek-a.ini
   vek-b.ini
 
-The group words are exactly the groups the tool answers to.
+The group words are exactly the groups the tool answers to: every word
+offered is a group, and every group of the engine's fixed list that the tool
+answers to is offered.
 
-  $ bash "$TESTDIR/complete.sh" vektool '' | while read -r group; do
-  >   vektool "$group" >/dev/null 2>&1; echo "$group $?"
+  $ bash "$TESTDIR/complete.sh" vektool '' > groups
+  $ grep -x mon groups
+  mon
+  $ for group in $(cat groups) vek qos iam dev mon gc ss dt xdn xapp sid diag limiter cloud; do
+  >   vektool "$group" >/dev/null 2>&1
+  >   answered=$?
+  >   if grep -qx "$group" groups; then listed=yes; else listed=no; fi
+  >   if [ $answered -eq 255 ] && [ $listed = yes ]; then echo "$group is offered but is no group"; fi
+  >   if [ $answered -ne 255 ] && [ $listed = no ]; then echo "$group is a group but not offered"; fi
   > done
-  mon 1
   $ vektool nogroup >/dev/null 2>&1; echo "nogroup $?"
   nogroup 255
