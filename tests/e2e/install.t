@@ -1,5 +1,5 @@
 What a gateway image gets: `cmake --install` and the .deb lay out the tool,
-its configuration, manual page and completion; the package, unpacked into a
+its configuration, manual page and completion; the package, installed into a
 scratch root, runs there against the simulator.
 
   $ DESTDIR="$PWD/dest" cmake --install "$VEK_BUILD_DIR" >/dev/null
@@ -29,10 +29,18 @@ The package of this build's architecture, with the same files.
   -rwxr-xr-x ./usr/vek/bin/vektool
   -rw-r--r-- ./usr/vek/etc/vek.ini
 
-Unpacked into a scratch root that the simulator then plays a gateway in (it
-keeps the installed vektool), the installed tool answers.
+Installed with dpkg into a scratch root (its own package database; the C
+library and cJSON of the scratch root are the host's, so dependencies are not
+looked at there), which the simulator then plays a gateway in (it keeps the
+installed vektool), the installed tool answers.
 
-  $ dpkg-deb -x "$deb" sysroot
+  $ mkdir -p sysroot/var/lib/dpkg/info sysroot/var/lib/dpkg/updates && touch sysroot/var/lib/dpkg/status
+  $ dpkg --root="$PWD/sysroot" --force-depends --log=/dev/null -i "$deb" >/dev/null 2>&1; echo $?
+  0
+  $ dpkg --root="$PWD/sysroot" -s vektool | sed -n 's/^Status: //p'
+  install ok installed
+  $ cat sysroot/var/lib/dpkg/info/vektool.conffiles
+  /usr/vek/etc/vek.ini
   $ . "$TESTDIR/sim-env.sh"
   $ test -f "$R/usr/vek/bin/vektool" && test ! -L "$R/usr/vek/bin/vektool" && cmp "$R/usr/vek/bin/vektool" dest/usr/vek/bin/vektool
   $ vek-sim file /proc/vek/monitor 'u:block_conns:42'
