@@ -2,7 +2,7 @@ What a gateway image gets: `cmake --install` and the .deb lay out the tool,
 its configuration, manual page and completion; the package, installed into a
 scratch root, runs there against the simulator.
 
-  $ DESTDIR="$PWD/dest" cmake --install "$VEK_BUILD_DIR" >/dev/null
+  $ DESTDIR="$PWD/dest" cmake --install "$VEK_BUILD_DIR" --prefix /usr >/dev/null
   $ cd dest && find . -type f | sort && cd ..
   ./usr/share/bash-completion/completions/vektool
   ./usr/share/man/man1/vektool.1.gz
