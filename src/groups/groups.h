@@ -17,5 +17,13 @@ struct GroupEntry {
 extern const GroupEntry kGroups[];
 extern const size_t kGroupCount;
 
+extern const GroupFrame vek_frame;
+int vek_main(int argc, char **argv);
 extern const GroupFrame mon_frame;
 int mon_main(int argc, char **argv);
+extern const GroupFrame xdn_frame;
+int xdn_main(int argc, char **argv);
+extern const GroupFrame xapp_frame;
+int xapp_main(int argc, char **argv);
+extern const GroupFrame sid_frame;
+int sid_main(int argc, char **argv);
