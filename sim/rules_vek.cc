@@ -179,7 +179,9 @@ long rule_db(const SimRoot &r, const Database &db, const std::string &what, cons
       return static_cast<long>(len);
     }
     unlink(expect_path.c_str());
-    if (mode == "reject") {
+    if (mode == "reject" || mode == "reject-once") {
+      // One rejected image, and the module takes the next one again.
+      if (mode == "reject-once") write_file(db_state_path(r, db, "mode"), "normal\n");
       write_file(image_path, "");
       set_info(r, db, 1, 0, 0);
       return static_cast<long>(len);
