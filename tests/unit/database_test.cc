@@ -1,6 +1,16 @@
 #include "db/database.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "scratch_sysroot.h"
 
 TEST(DbInfoParser, ValidOnlyWhenAllThreeFieldsConvert) {
   const struct {
@@ -34,3 +44,61 @@ TEST(DbInfoParser, ValidOnlyWhenAllThreeFieldsConvert) {
   }
   EXPECT_FALSE(db_info_parse(nullptr, nullptr));
 }
+
+// The handshake against plain files: the clean command, the 4-byte size and
+// the image stream land in them; since a plain info file never changes, the
+// import cannot be confirmed and ends in 71.
+namespace {
+
+class ImportTest : public ScratchSysroot {
+ protected:
+  void SetUp() override {
+    ScratchSysroot::SetUp();
+    mkdir((root_ + "/proc").c_str(), 0755);
+    mkdir((root_ + "/proc/kmod_xdn").c_str(), 0755);
+    for (const char *f : {"clean", "size", "import"}) put(std::string("/proc/kmod_xdn/grpxdb_") + f, "");
+  }
+  void put(const std::string &path, const std::string &content) const { std::ofstream(root_ + path) << content; }
+  std::string get(const std::string &path) const {
+    std::ifstream in(root_ + path);
+    std::ostringstream out;
+    out << in.rdbuf();
+    return in ? out.str() : "<missing>";
+  }
+};
+
+TEST_F(ImportTest, FailsBeforeTheKernelWithoutAFile) {
+  put("/empty.xdb", "");
+  EXPECT_EQ(db_import(kGroupDatabase, nullptr), 4);
+  EXPECT_EQ(db_import(kGroupDatabase, "/none.xdb"), 20);
+  EXPECT_EQ(db_import(kGroupDatabase, "/empty.xdb"), 20);
+  EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_clean"), "");  // the kernel was not asked
+}
+
+TEST_F(ImportTest, StreamsTheImageAfterTheSize) {
+  std::string image;
+  for (int i = 0; i < 1300; i++) image += static_cast<char>(i * 31 + 7);
+  put("/new.xdb", image);
+  put("/proc/kmod_xdn/grpxdb_info", "writable: 1\nsize: 0\nepoch: 0\n");
+  EXPECT_EQ(db_import(kGroupDatabase, "/new.xdb"), 71);
+  EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_clean"), "1\n");
+  EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_size"), std::string("\x14\x05\x00\x00", 4));  // 1300, native order
+  EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_import"), image);
+}
+
+TEST_F(ImportTest, GivesUpAfterTenLooksAtABusyKernel) {
+  put("/new.xdb", "image");
+  const char *const busy[] = {"writable: 0\nsize: 0\nepoch: 0\n", "writable: 1\nsize: 5\nepoch: 0\n",
+                              "writable: 1\nsize: 0\nepoch: 1\n", "garbage", nullptr};
+  for (const char *const *info = busy; *info; info++) {
+    put("/proc/kmod_xdn/grpxdb_info", *info);
+    auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(db_import(kGroupDatabase, "/new.xdb"), 71) << *info;
+    auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_GE(ms, 1000) << *info;
+    EXPECT_LT(ms, 3000) << *info;
+    EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_size"), "") << *info;
+  }
+}
+
+}  // namespace
