@@ -44,7 +44,7 @@ const char *const kUsage =
     "  proc start NAME [PID] | proc stop NAME | proc list\n"
     "  service normal|silent|slow|pieces|close|reset|down [MS]\n"
     "  reply METHOD [TEXT]                   the service's reply to a method\n"
-    "  kernel normal|busy|reject [grpxdb|sidxdb|xr]\n"
+    "  kernel normal|busy|reject|reject-once [grpxdb|sidxdb|xr]\n"
     "  exe TARGET                            where /proc/self/exe points\n"
     "  tz OFFSET                             what `date +%z` prints\n"
     "  journal [--clear]                     print (or empty) the journal\n";
@@ -328,7 +328,9 @@ int cmd_reply(const SimRoot &r, const std::vector<std::string> &args) {
 
 int cmd_kernel(const SimRoot &r, const std::vector<std::string> &args) {
   if (args.empty() || args.size() > 2) return usage_error();
-  if (args[0] != "normal" && args[0] != "busy" && args[0] != "reject") return usage_error();
+  if (args[0] != "normal" && args[0] != "busy" && args[0] != "reject" &&
+      args[0] != "reject-once")
+    return usage_error();
   bool any = false;
   for (const Database &db : kDatabases) {
     if (args.size() == 2 && args[1] != db.name) continue;

@@ -167,19 +167,21 @@ long rule_db(const SimRoot &r, const Database &db, const std::string &what, cons
   }
   if (what == "import") {
     if (mode == "busy") return -EBUSY;
-    std::string expect_text, image;
+    std::string expect_text;
     long expect = 0;
     if (!read_file(expect_path, &expect_text) || !parse_int(trim(expect_text), &expect))
       return -EINVAL;
-    read_file(image_path, &image);
-    if (image.size() + len > static_cast<size_t>(expect)) return -EINVAL;
-    image.append(data, len);
-    if (image.size() < static_cast<size_t>(expect)) {
-      write_file(image_path, image);
-      return static_cast<long>(len);
-    }
+    // The image grows by appending, so that a large one costs no more per
+    // write than a small one.
+    struct stat st;
+    size_t received = stat(image_path.c_str(), &st) == 0 ? static_cast<size_t>(st.st_size) : 0;
+    if (received + len > static_cast<size_t>(expect)) return -EINVAL;
+    if (!append_file(image_path, std::string(data, len))) return -EIO;
+    if (received + len < static_cast<size_t>(expect)) return static_cast<long>(len);
     unlink(expect_path.c_str());
-    if (mode == "reject") {
+    if (mode == "reject" || mode == "reject-once") {
+      // One rejected image, and the module takes the next one again.
+      if (mode == "reject-once") write_file(db_state_path(r, db, "mode"), "normal\n");
       write_file(image_path, "");
       set_info(r, db, 1, 0, 0);
       return static_cast<long>(len);
@@ -189,7 +191,6 @@ long rule_db(const SimRoot &r, const Database &db, const std::string &what, cons
     if (read_file(db_state_path(r, db, "count"), &count_text)) parse_int(trim(count_text), &count);
     count++;
     write_file(db_state_path(r, db, "count"), strprintf("%ld\n", count));
-    write_file(image_path, image);
     set_info(r, db, 0, expect, db_epoch(count));
     return static_cast<long>(len);
   }

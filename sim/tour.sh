@@ -54,7 +54,10 @@ if has_group vek; then
   show vektool vek status --json
   show vektool vek start --wanif ppp0
   show vektool vek get-mode
+  show vektool vek set-mode bridge --json
+  show vektool vek set-cache-delete-rule 1,100,60 --json
   show vektool vek get-cache-status
+  show vektool vek reset-to-default --json
 fi
 if has_group qos; then
   show vektool qos get-algo
@@ -107,6 +110,19 @@ if has_group xdn; then
   show vektool xdn get
   show vektool xdn load -f /tmp/new.xdb --json
   show vektool xdn get
+fi
+if has_group xapp; then
+  show vektool xapp getxr
+  echo "# the kernel rejects the next rule image: the load exits 71 and vek.xr goes back in"
+  vek-sim --root "$R" kernel reject-once xr
+  show vektool xapp loadxr -f /tmp/new.xdb
+  show vektool xapp getxr --json
+fi
+if has_group sid; then
+  printf '#3,0,mail\n25:smtp\n' > "$R/tmp/new.id"
+  show vektool sid get
+  show vektool sid load -f /tmp/new.id
+  show vektool sid load --json x
 fi
 if has_group cloud; then
   show vektool cloud off

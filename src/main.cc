@@ -12,6 +12,7 @@
 #include "result.h"
 #include "sys/environ.h"
 #include "sys/sysroot.h"
+#include "sys/text.h"
 
 namespace {
 
@@ -22,10 +23,10 @@ void find_installation() {
   get_exe_path(g_context.root_dir, sizeof g_context.root_dir);
   g_context.root_dir[sizeof g_context.root_dir - 1] = '\0';
   const char *dir = dirname(g_context.root_dir);
-  snprintf(g_context.exe_dir, sizeof g_context.exe_dir, "%s", dir);
+  copy_text(g_context.exe_dir, sizeof g_context.exe_dir, dir);
   dir = dirname(g_context.root_dir);
   if (dir != g_context.root_dir) {
-    snprintf(g_context.root_dir, sizeof g_context.root_dir, "%s", dir);
+    copy_text(g_context.root_dir, sizeof g_context.root_dir, dir);
   }
 }
 

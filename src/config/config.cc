@@ -8,6 +8,7 @@
 #include "sys/scan.h"
 #include "sys/shell.h"
 #include "sys/sysroot.h"
+#include "sys/text.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ using Dictionary = std::unique_ptr<dictionary, DictionaryDeleter>;
 template <size_t N>
 void copy_string(const dictionary *ini, const char *key, char (&field)[N]) {
   const char *value = iniparser_getstring(ini, key, nullptr);
-  if (value) snprintf(field, N, "%s", value);
+  if (value) copy_text(field, N, value);
 }
 
 
@@ -32,7 +33,7 @@ int config_parse_file(tool_config *config, const char *path) {
   if (!ini) return 1;
   const dictionary *d = ini.get();
 
-  snprintf(config->ini_path, sizeof config->ini_path, "%s", path);
+  copy_text(config->ini_path, sizeof config->ini_path, path);
   // A boolean that is neither yes nor no counts as absent: on.
   config->qos = iniparser_getboolean(d, "vek:qos", 1);
   config->iam = iniparser_getboolean(d, "vek:iam", 1);
@@ -69,17 +70,18 @@ int config_parse_file(tool_config *config, const char *path) {
   copy_string(d, "vek:auth_pwd", config->auth_pwd);
   copy_string(d, "logger:max_db_size", config->logger_max_db_size);
 
-  snprintf(config->socket_file, sizeof config->socket_file, "%s/vek.sock", config->run);
-  snprintf(config->logd_socket_file, sizeof config->logd_socket_file, "%s/veklogd.sock",
-           config->run);
+  join_text(config->socket_file, sizeof config->socket_file, config->run, "/vek.sock");
+  join_text(config->logd_socket_file, sizeof config->logd_socket_file, config->run,
+            "/veklogd.sock");
   return 0;
 }
 
 namespace {
 
-int try_candidate(tool_config *config, const char *format, const char *text) {
+// The candidate is `dir` followed by `name`, cut to 256 bytes.
+int try_candidate(tool_config *config, const char *dir, const char *name) {
   char path[256];
-  if (snprintf(path, sizeof path, format, text) < 0) return 1;
+  join_text(path, sizeof path, dir, name);
   if (!file_exists(path)) return 1;
   return config_parse_file(config, path);
 }
@@ -88,7 +90,7 @@ int try_candidate(tool_config *config, const char *format, const char *text) {
 
 int config_load(tool_config *config, const char *exe_dir, const char *ini_file) {
   // An explicit file that is missing or broken falls back to the search.
-  if (ini_file && config && try_candidate(config, "%s", ini_file) == 0) return 0;
+  if (ini_file && config && try_candidate(config, ini_file, "") == 0) return 0;
   if (!exe_dir) return 1;
   // The installation's places, in the order the engine's scripts install
   // them. /usr/vek and /usr/vek/vek are tried twice; the second try is kept.
@@ -96,7 +98,7 @@ int config_load(tool_config *config, const char *exe_dir, const char *ini_file) 
                               "/usr/vek",     "/usr/vek/vek", "/usr/vek/etc",
                               "/usr/vek/etc/vek", "/etc/vek"};
   for (const char *dir : dirs) {
-    if (try_candidate(config, "%s/vek.ini", dir) == 0) return 0;
+    if (try_candidate(config, dir, "/vek.ini") == 0) return 0;
   }
   return 1;
 }

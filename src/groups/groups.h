@@ -17,6 +17,8 @@ struct GroupEntry {
 extern const GroupEntry kGroups[];
 extern const size_t kGroupCount;
 
+extern const GroupFrame vek_frame;
+int vek_main(int argc, char **argv);
 extern const GroupFrame qos_frame;
 int qos_main(int argc, char **argv);
 extern const GroupFrame iam_frame;
@@ -31,6 +33,12 @@ extern const GroupFrame ss_frame;
 int ss_main(int argc, char **argv);
 extern const GroupFrame dt_frame;
 int dt_main(int argc, char **argv);
+extern const GroupFrame xdn_frame;
+int xdn_main(int argc, char **argv);
+extern const GroupFrame xapp_frame;
+int xapp_main(int argc, char **argv);
+extern const GroupFrame sid_frame;
+int sid_main(int argc, char **argv);
 extern const GroupFrame diag_frame;
 int diag_main(int argc, char **argv);
 extern const GroupFrame limiter_frame;

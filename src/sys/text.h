@@ -37,6 +37,13 @@ OwnedText text_buffer_take(TextBuffer *buffer, unsigned int *length);
 char *trim(char *text);
 char *trim_spaces(char *text);
 
+// Copies `text` into `size` bytes at `buffer`, cut to fit and always
+// terminated: what snprintf with "%s" makes of it, without the formatting
+// machinery, which costs more than the copy at every start. Returns `buffer`.
+char *copy_text(char *buffer, size_t size, const char *text);
+// As copy_text with `second` after `first`.
+char *join_text(char *buffer, size_t size, const char *first, const char *second);
+
 OwnedText str_dup(const char *text);
 OwnedText str_ndup(const void *bytes, unsigned int count);
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -66,6 +67,33 @@ TEST(Trim, InPlace) {
     EXPECT_STREQ(spaces, c[1]);
   }
   EXPECT_EQ(trim(nullptr), nullptr);
+}
+
+// The copies cut exactly where snprintf with "%s" and "%s%s" would, and keep
+// the bytes after the terminator untouched.
+TEST(CopyText, CutsAsSnprintfWould) {
+  struct Case {
+    const char *first, *second;
+    size_t size;
+  } cases[] = {
+      {"", "", 1},         {"abc", "", 4},      {"abc", "", 3},       {"abc", "", 1},
+      {"ab", "cd", 5},     {"ab", "cd", 4},     {"ab", "cd", 2},      {"", "/vek.sock", 10},
+      {"/tmp/r", "/proc/vek", 64}, {"/tmp/r", "/proc/vek", 8},
+  };
+  for (const Case &c : cases) {
+    char expected[16], got[16];
+    memset(expected, 'x', sizeof expected);
+    memset(got, 'x', sizeof got);
+    snprintf(expected, c.size, "%s%s", c.first, c.second);
+    const char *result = c.second[0] ? join_text(got, c.size, c.first, c.second)
+                                     : copy_text(got, c.size, c.first);
+    EXPECT_EQ(result, got);
+    EXPECT_EQ(std::string(got, sizeof got), std::string(expected, sizeof expected))
+        << c.first << "|" << c.second << " in " << c.size;
+  }
+  char untouched = 'x';
+  EXPECT_EQ(copy_text(&untouched, 0, "abc"), &untouched);
+  EXPECT_EQ(untouched, 'x');
 }
 
 TEST(StrDup, CopiesOrGivesNull) {

@@ -1,0 +1,110 @@
+#include "db/database.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "context.h"
+#include "result.h"
+#include "sys/handles.h"
+#include "sys/procfs.h"
+#include "sys/scan.h"
+#include "sys/shell.h"
+#include "sys/sysroot.h"
+
+const Database kGroupDatabase = {"vek.xdb", "/proc/kmod_xdn/grpxdb_clean",
+                                 "/proc/kmod_xdn/grpxdb_info", "/proc/kmod_xdn/grpxdb_size",
+                                 "/proc/kmod_xdn/grpxdb_import"};
+const Database kAppDatabase = {"app.xdb", "/proc/kmod_xdn/sidxdb_clean",
+                               "/proc/kmod_xdn/sidxdb_info", "/proc/kmod_xdn/sidxdb_size",
+                               "/proc/kmod_xdn/sidxdb_import"};
+const Database kRuleDatabase = {"vek.xr", "/proc/kmod_xapp/xr_clean", "/proc/kmod_xapp/xr_info",
+                                "/proc/kmod_xapp/xr_size", "/proc/kmod_xapp/xr_import"};
+
+namespace {
+
+// The kernel needs a moment after a clean; it is asked ten times, 100 ms apart.
+const int kReadyAttempts = 10;
+const useconds_t kReadyPause = 100000;
+
+// Streams the image to the import file in blocks of at most 512 bytes.
+void stream_image(const char *import_path, const char *source) {
+  Fd in(open(SysPath(source), O_RDONLY | O_CLOEXEC));
+  if (!in.ok()) return;
+  Fd out(open(SysPath(import_path), O_WRONLY | O_CLOEXEC));
+  if (!out.ok()) return;
+  char block[512];
+  for (;;) {
+    ssize_t n = read(in.get(), block, sizeof block);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 1) return;
+    if (write(out.get(), block, static_cast<size_t>(n)) != n) return;
+  }
+}
+
+bool kernel_ready(const Database &db) {
+  db_info info;
+  return db_info_read(db, &info) && info.writable == 1 && info.size == 0 && info.epoch == 0;
+}
+
+}  // namespace
+
+bool db_info_parse(const char *text, db_info *info) {
+  if (!text) return false;
+  db_info parsed = {0, 0, 0};
+  if (scan32(text, "writable: %d\nsize: %d\nepoch: %llu", &parsed.writable, &parsed.size,
+             &parsed.epoch) != 3)
+    return false;
+  if (info) *info = parsed;
+  return true;
+}
+
+bool db_info_read(const Database &db, db_info *info) {
+  OwnedText text;
+  if (read_proc_file(db.info_path, &text, nullptr) != 0) return false;
+  return db_info_parse(text.get(), info);
+}
+
+void db_default_path(const Database &db, char *out, unsigned int size) {
+  char path[300];
+  snprintf(path, sizeof path, "%s/%s", g_context.config.var, db.file);
+  snprintf(out, size, "%s", path);
+}
+
+void db_clean(const Database &db) {
+  char target[SYSROOT_PATH_MAX + 8];
+  run_command("echo \"1\" > %s", shell_path(target, sizeof target, db.clean_path));
+}
+
+int db_import(const Database &db, const char *path) {
+  if (!path) return RESULT_NO_FILE;
+  long size = file_size(path);
+  if (size < 1) return RESULT_FILE_MISSING;
+
+  db_clean(db);
+  int attempt = 0;
+  while (!kernel_ready(db)) {
+    usleep(kReadyPause);
+    if (++attempt == kReadyAttempts) return RESULT_ENGINE_INFO;
+  }
+
+  // The size goes as four raw bytes in the machine's order, not as text.
+  int32_t announced = static_cast<int32_t>(size);
+  write_proc_data(db.size_path, &announced, sizeof announced);
+  stream_image(db.import_path, path);
+
+  db_info info;
+  if (!db_info_read(db, &info) || info.writable != 0 || info.size != announced || info.epoch == 0)
+    return RESULT_ENGINE_INFO;
+  return RESULT_OK;
+}
+
+int db_reload_default(const Database &db, const char *path) {
+  if (path) return db_import(db, path);
+  char default_path[300];
+  db_default_path(db, default_path, sizeof default_path);
+  return db_import(db, default_path);
+}

@@ -1,0 +1,42 @@
+// The engine's three signature databases and their import handshake with the
+// kernel modules: clean, wait until empty and writable, announce the size,
+// stream the image, verify.
+#pragma once
+
+#include <cstdint>
+
+struct Database {
+  const char *file;         // default file in the data directory
+  const char *clean_path;   // control files of the module
+  const char *info_path;
+  const char *size_path;
+  const char *import_path;
+};
+
+extern const Database kGroupDatabase;  // vek.xdb, kmod_xdn grpxdb
+extern const Database kAppDatabase;    // app.xdb, kmod_xdn sidxdb
+extern const Database kRuleDatabase;   // vek.xr,  kmod_xapp xr
+
+// The kernel's account of a database: "writable: %d\nsize: %d\nepoch: %llu".
+struct db_info {
+  int32_t writable;
+  int32_t size;
+  unsigned long long epoch;
+};
+
+// true when all three fields convert; `info` is then set.
+bool db_info_parse(const char *text, db_info *info);
+// Reads and parses the info control file. true when it was read and valid.
+bool db_info_read(const Database &db, db_info *info);
+
+// The default file's path: "<var>/<file>", cut to 300 bytes.
+void db_default_path(const Database &db, char *out, unsigned int size);
+
+// Runs the module's clean command through the shell; its status is ignored.
+void db_clean(const Database &db);
+
+// The import handshake. 0 on success; 4 with no path, 20 for a missing or
+// empty file, 71 when the kernel does not get ready or does not confirm it.
+int db_import(const Database &db, const char *path);
+// Imports `path`, or the default file when there is none.
+int db_reload_default(const Database &db, const char *path);

@@ -1,0 +1,46 @@
+#include "groups/dbcommands.h"
+
+#include <cstdio>
+
+#include "result.h"
+#include "sys/replace.h"
+
+int db_get_command(const Database &db) {
+  db_info info;
+  if (!db_info_read(db, &info)) {
+    report_result(RESULT_ENGINE_INFO, nullptr);
+    return RESULT_ENGINE_INFO;
+  }
+  printf("{\"return\":0,\"info\":{\"writable\":%d,\"size\":%d,\"epoch\":%llu}}\n", info.writable,
+         info.size, info.epoch);
+  return 0;
+}
+
+int db_load_command(const Database &db, const char *file) {
+  char default_path[300];
+  db_default_path(db, default_path, sizeof default_path);
+  if (!file) {
+    db_import(db, default_path);
+    return 0;
+  }
+  char path[256];
+  snprintf(path, sizeof path, "%s", file);
+  int result = db_import(db, path);
+  if (result != RESULT_OK) {
+    // The kernel gets the saved database back.
+    db_import(db, default_path);
+    return result;
+  }
+  // Only a verified image becomes the default, and the old default stays
+  // whole until the new one is complete on disk.
+  long copied = replace_file(default_path, path);
+  if (copied < 1) return RESULT_COPY_FAILED;
+  report_result(static_cast<int>(copied), nullptr);
+  return 0;
+}
+
+int db_clear_command(const Database &db) {
+  db_clean(db);
+  report_result(RESULT_OK, nullptr);
+  return 0;
+}
