@@ -48,6 +48,7 @@ int service_receive(int fd, OwnedText *reply, unsigned int *reply_length) {
   while (wait_readable(fd, &budget)) {
     ssize_t n = recv(fd, chunk, sizeof chunk, 0);
     if (n < 1) break;  // the service closed, or the connection failed
+    text_buffer_reserve(buffer.get(), static_cast<unsigned int>(n));
     text_buffer_append(buffer.get(), chunk, static_cast<unsigned int>(n));
   }
   unsigned int length = 0;

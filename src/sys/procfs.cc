@@ -88,6 +88,7 @@ int read_proc_file(const char *path, OwnedText *data, int *length) {
   for (;;) {
     ssize_t n = read(fd.get(), chunk, sizeof chunk);
     if (n < 1) break;  // end of file, or an error taken as the end
+    text_buffer_reserve(&buffer, static_cast<unsigned int>(n));
     text_buffer_append(&buffer, chunk, static_cast<unsigned int>(n));
   }
   unsigned int count = 0;

@@ -27,6 +27,12 @@ struct TextBuffer {
 // Nothing happens for null bytes or a zero count; a failed growth leaves the
 // text as it was.
 void text_buffer_append(TextBuffer *buffer, const void *bytes, unsigned int count);
+// Room for `count` more bytes before the next append, at least doubling the
+// capacity: a reader that collects a large text in small pieces then copies it
+// a few times instead of once per piece (a quadratic cost that a 10 MiB reply
+// makes seconds long). Appends themselves grow as before. Call it right before
+// the append it makes room for; a failed growth changes nothing.
+void text_buffer_reserve(TextBuffer *buffer, unsigned int count);
 // Formats into 512 bytes (cut) and appends the text when it is not empty.
 void text_buffer_appendf(TextBuffer *buffer, const char *format, ...)
     __attribute__((format(printf, 2, 3)));
