@@ -250,7 +250,7 @@ int get_cache_status(int, char **) {
   if (read_proc_file(kDstCtrl, &text, nullptr) == 0 && text) {
     JsonTree tree(cJSON_Parse(text.get()));
     cJSON *ttl = cJSON_GetObjectItem(tree.get(), "et");
-    if (cJSON_IsNumber(ttl)) enable_ttl = static_cast<int>(cJSON_GetNumberValue(ttl));
+    if (cJSON_IsNumber(ttl)) enable_ttl = json_to_int32(ttl);
     // Room for eight rules; an engine that lists more is not heard beyond them.
     cJSON *list = cJSON_GetObjectItem(tree.get(), "dr");
     int count = cJSON_GetArraySize(list);
@@ -258,7 +258,7 @@ int get_cache_status(int, char **) {
       cJSON *pair = cJSON_GetArrayItem(list, i);
       for (int j = 0; j < 2; j++) {
         cJSON *value = cJSON_GetArrayItem(pair, j);
-        if (cJSON_IsNumber(value)) rules[i][j] = static_cast<int>(cJSON_GetNumberValue(value));
+        if (cJSON_IsNumber(value)) rules[i][j] = json_to_int32(value);
       }
     }
   }
