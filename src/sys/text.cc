@@ -24,6 +24,17 @@ void text_buffer_append(TextBuffer *buffer, const void *bytes, unsigned int coun
   buffer->data[buffer->length] = '\0';
 }
 
+int text_buffer_reserve(TextBuffer *buffer, unsigned int capacity) {
+  if (!buffer) return -1;
+  if (capacity <= buffer->capacity) return 0;
+  char *grown = static_cast<char *>(realloc(buffer->data, capacity));
+  if (!grown) return -1;
+  if (!buffer->data) grown[0] = '\0';
+  buffer->data = grown;
+  buffer->capacity = capacity;
+  return 0;
+}
+
 void text_buffer_appendf(TextBuffer *buffer, const char *format, ...) {
   if (!format) return;
   char text[512];
