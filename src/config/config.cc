@@ -43,7 +43,8 @@ bool read_candidate(const char *path, TextBuffer *bytes) {
   Fd fd(open(SysPath(path), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   if (!fd.ok()) return false;
   struct stat st;
-  if (fstat(fd.get(), &st) != 0 || !S_ISREG(st.st_mode) || st.st_size > kIniMax) return false;
+  if (fstat(fd.get(), &st) != 0 || !S_ISREG(st.st_mode)) return false;
+  if (st.st_size > static_cast<off_t>(kIniMax)) return false;
   // Files under /proc and /sys report a size of 0: the count read is what bounds.
   char block[4096];
   for (;;) {
