@@ -31,14 +31,12 @@ int cloud_get(int, char **) {
 
 int cloud_on(int, char **) {
   write_proc_line(kFcCtrl, "enable-cloud");
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int cloud_off(int, char **) {
   write_proc_line(kFcCtrl, "disable-cloud");
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 const char *const kUsages[] = {

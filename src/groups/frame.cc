@@ -26,6 +26,11 @@ int group_run(const GroupFrame &frame, int argc, char **argv) {
   return 1;
 }
 
+int report_ok() {
+  report_result(RESULT_OK, nullptr);
+  return 0;
+}
+
 int wrong_arg_number(int argc) {
   report_result(RESULT_FAILED, "Wrong arg number: %d", argc);
   return 1;

@@ -35,6 +35,11 @@ constexpr size_t countof(const CommandEntry (&)[N]) { return N; }
 // matches exactly. No command word or no match: 1, with no output.
 int group_run(const GroupFrame &frame, int argc, char **argv);
 
+// Success: code 0 without a detail; returns 0. Verbs written to the engine
+// are not checked, so a command that wrote them reports this whatever the
+// engine made of them.
+int report_ok();
+
 // Uniform argument errors: report code 1 with the detail, return 1.
 int wrong_arg_number(int argc);  // "Wrong arg number: %d"
 

@@ -65,8 +65,7 @@ int get_conn_count(int argc, char **argv) {
 
 int clear_conn_count(int, char **) {
   write_proc_line(kMonitor, "clear");
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 const char *const kUsages[] = {

@@ -41,14 +41,43 @@ int g_sensitivity;
 int g_intensity;
 const char *g_mode;
 
-// Reading a tagged record: the line (trimmed), or why there is none.
-enum RecordStatus { RECORD_FOUND, RECORD_UNREADABLE, RECORD_MISSING };
+// Reports a failure with a fixed detail; returns 1.
+int fail(const char *detail) {
+  report_result(RESULT_FAILED, "%s", detail);
+  return 1;
+}
 
-RecordStatus read_record(const char *path, const char *tag, OwnedText *line) {
-  if (find_record(path, tag, line) != 0) return RECORD_UNREADABLE;
-  if (!*line) return RECORD_MISSING;
+// A command argument that is not the JSON the command takes; returns 1.
+int wrong_json(const char *text) {
+  report_result(RESULT_FAILED, "Wrong json format: %s", text);
+  return 1;
+}
+
+// What a command reports when its record cannot be had: the control file
+// could not be read, or it holds no record with the tag. The older commands
+// speak of the file, the HyQoS and QoE flags of the proc entry.
+struct RecordFailures {
+  const char *unreadable;
+  const char *missing;
+};
+const RecordFailures kFileFailures = {"Failed to read file.", "Failed to read file: null."};
+const RecordFailures kProcFailures = {"Failed to operate proc.", "Failed to operate proc: data null."};
+
+// The record tagged `tag` in `path`, trimmed; false after reporting why
+// there is none.
+bool read_record(const char *path, const char *tag, const RecordFailures &failures, OwnedText *line) {
+  const char *failure = nullptr;
+  if (find_record(path, tag, line) != 0) {
+    failure = failures.unreadable;
+  } else if (!*line) {
+    failure = failures.missing;
+  }
+  if (failure) {
+    fail(failure);
+    return false;
+  }
   trim(line->get());
-  return RECORD_FOUND;
+  return true;
 }
 
 // A number the engine reported: JSON as a bare member, no line end.
@@ -67,11 +96,6 @@ void print_engine_json(const char *text) {
   } else {
     printf("%s\n", text);
   }
-}
-
-int report_ok() {
-  report_result(RESULT_OK, nullptr);
-  return 0;
 }
 
 // Index of `name` in `names`, by exact comparison; -1 when absent.
@@ -132,20 +156,10 @@ int set_algo(int argc, char **argv) {
 
 int get_algo(int, char **) {
   OwnedText line;
-  switch (read_record(kQosCtrl, "d:algorithm:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to read file.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to read file: null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQosCtrl, "d:algorithm:", kFileFailures, &line)) return 1;
   int index = 0;
   if (sscanf(line.get(), "d:algorithm:%d", &index) != 1) {
-    report_result(RESULT_FAILED, "Failed to read file: no algorithm field.");
-    return 1;
+    return fail("Failed to read file: no algorithm field.");
   }
   // Unsigned, so that a negative number is refused as well.
   if (static_cast<unsigned>(index) > 2) {
@@ -162,20 +176,10 @@ int get_algo(int, char **) {
 
 int get_qoe_active(int, char **) {
   OwnedText line;
-  switch (read_record(kQosCtrl, "j:qoe:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to operate proc.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to operate proc: data null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQosCtrl, "j:qoe:", kProcFailures, &line)) return 1;
   int active = 0, profile = 0;
   if (sscanf(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2) {
-    report_result(RESULT_FAILED, "Failed to read file: no queue number field.");
-    return 1;
+    return fail("Failed to read file: no queue number field.");
   }
   print_number(active);
   return 0;
@@ -189,16 +193,7 @@ int set_qoe_active(int argc, char **argv) {
 
 int get_qoe_profile(int, char **) {
   OwnedText line;
-  switch (read_record(kQosCtrl, "j:qoe:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to read file.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to read file: null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQosCtrl, "j:qoe:", kFileFailures, &line)) return 1;
   int active = 0, profile = 0;
   // The engine reports 0 to 7; anything else is answered like a record that
   // does not parse rather than read past the list.
@@ -225,20 +220,10 @@ int set_qoe_profile(int argc, char **argv) {
 
 int get_qoe_profile_settings(int, char **) {
   OwnedText line;
-  switch (read_record(kQoeConfig, "j:pfs:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to read file.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to read file: null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQoeConfig, "j:pfs:", kFileFailures, &line)) return 1;
   char settings[256];
   if (sscanf(line.get(), "j:pfs:%255s", settings) != 1) {
-    report_result(RESULT_FAILED, "Failed to read file: no algorithm field.");
-    return 1;
+    return fail("Failed to read file: no algorithm field.");
   }
   print_result(RESULT_OK, settings);
   return 0;
@@ -257,10 +242,7 @@ int set_qoe_profile_setting(int argc, char **argv) {
 int set_qoe_profile_settings(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   JsonTree settings(cJSON_Parse(argv[1]));
-  if (!cJSON_IsArray(settings.get())) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!cJSON_IsArray(settings.get())) return wrong_json(argv[1]);
   int count = cJSON_GetArraySize(settings.get());
   if (count > kProfileCount) {
     report_result(RESULT_FAILED, "Invalid input: %d, %s", count, argv[1]);
@@ -282,14 +264,8 @@ int set_qoe_profile_settings(int argc, char **argv) {
 int print_whole_file(const char *path) {
   OwnedText text;
   int length = 0;
-  if (read_proc_file(path, &text, &length) != 0) {
-    report_result(RESULT_FAILED, "Failed to read file.");
-    return 1;
-  }
-  if (!text || length == 0) {
-    report_result(RESULT_FAILED, "Failed to read file: invalid.");
-    return 1;
-  }
+  if (read_proc_file(path, &text, &length) != 0) return fail("Failed to read file.");
+  if (!text || length == 0) return fail("Failed to read file: invalid.");
   print_engine_json(trim(text.get()));
   return 0;
 }
@@ -311,10 +287,7 @@ int get_qoe_bwctl(int, char **) { return print_whole_file(kQoeConfig2); }
 int set_qoe_bwctl(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   JsonTree settings(cJSON_Parse(argv[1]));
-  if (!cJSON_IsObject(settings.get())) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!cJSON_IsObject(settings.get())) return wrong_json(argv[1]);
   write_proc_line(kQoeConfig2, "set-para %s", argv[1]);
   return report_ok();
 }
@@ -329,7 +302,7 @@ int get_dscp(int argc, char **argv) {
   if (!context) {
     // The message names the command's argument, not the file; without one
     // it reads "(null)", as the C library prints a missing text.
-    report_result(RESULT_FAILED, "Wrong json format: %s", argc > 1 ? argv[1] : "(null)");
+    wrong_json(argc > 1 ? argv[1] : "(null)");
     return 0;
   }
   const cJSON *dscp = cJSON_GetObjectItem(context.get(), "dscp");
@@ -359,10 +332,7 @@ int disable_dscp(int, char **) {
 int set_dscp_mapping(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   JsonTree mapping(cJSON_Parse(argv[1]));
-  if (!mapping) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!mapping) return wrong_json(argv[1]);
   write_proc_line(kConnCtx, "set-dscp-mapping %s", argv[1]);
   return report_ok();
 }
@@ -372,16 +342,7 @@ int set_dscp_mapping(int argc, char **argv) {
 
 int get_hyqos_active(int, char **) {
   OwnedText line;
-  switch (read_record(kQosCtrl, "j:hyqos:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to operate proc.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to operate proc: data null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQosCtrl, "j:hyqos:", kProcFailures, &line)) return 1;
   int active = 0;
   if (sscanf(line.get(), "j:hyqos:[%d]", &active) != 1) {
     report_result(RESULT_FAILED, "Failed to read information from: %s", line.get());
@@ -399,14 +360,8 @@ int set_hyqos_active(int argc, char **argv) {
 
 int get_hyqos_queues(int, char **) {
   OwnedText rates;
-  if (read_hyqos_rate(&rates) != 0) {
-    report_result(RESULT_FAILED, "Failed to read file.");
-    return 1;
-  }
-  if (!rates) {
-    report_result(RESULT_FAILED, "Failed to read file: invalid.");
-    return 1;
-  }
+  if (read_hyqos_rate(&rates) != 0) return fail("Failed to read file.");
+  if (!rates) return fail("Failed to read file: invalid.");
   print_engine_json(rates.get());
   return 0;
 }
@@ -414,7 +369,7 @@ int get_hyqos_queues(int, char **) {
 // The hardware queue count; "Failed to read file." when it cannot be read.
 bool queue_count(int *count) {
   if (read_queue_number(count) == 0) return true;
-  report_result(RESULT_FAILED, "Failed to read file.");
+  fail("Failed to read file.");
   return false;
 }
 
@@ -439,10 +394,7 @@ int set_hyqos_queue(int argc, char **argv) {
 int set_hyqos_queues(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   JsonTree queues(cJSON_Parse(argv[1]));
-  if (!cJSON_IsArray(queues.get())) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!cJSON_IsArray(queues.get())) return wrong_json(argv[1]);
   int count = 0;
   if (!queue_count(&count)) return 1;
   if (cJSON_GetArraySize(queues.get()) > 2) {
@@ -484,20 +436,10 @@ int reset_hyqos_queue(int argc, char **argv) {
 // Exits 1 in plain mode although it printed the count: scripts rely on it.
 int get_hw_queue_num(int, char **) {
   OwnedText line;
-  switch (read_record(kQosCtrl, "d:qnum:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to read file.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to read file: null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQosCtrl, "d:qnum:", kFileFailures, &line)) return 1;
   int count = 0;
   if (sscanf(line.get(), "d:qnum:%d", &count) != 1) {
-    report_result(RESULT_FAILED, "Failed to read file: no queue number field.");
-    return 1;
+    return fail("Failed to read file: no queue number field.");
   }
   if (count < 0) {
     report_result(RESULT_FAILED, "Failed to read file: queue number(%d) is invalid.", count);
@@ -545,14 +487,11 @@ bool check_device(const cJSON *entry, int count) {
 int add_hyqos_devs(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   JsonTree devices(cJSON_Parse(argv[1]));
-  if (!devices) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!devices) return wrong_json(argv[1]);
   int count = 0;
   if (!queue_count(&count)) return 0;
   if (!cJSON_IsArray(devices.get())) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    wrong_json(argv[1]);
     return 0;
   }
   int size = cJSON_GetArraySize(devices.get());
@@ -580,12 +519,9 @@ int del_hyqos_devs(int argc, char **argv) {
     return report_ok();
   }
   JsonTree macs(cJSON_Parse(argv[1]));
-  if (!macs) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!macs) return wrong_json(argv[1]);
   if (!cJSON_IsArray(macs.get())) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    wrong_json(argv[1]);
     return 0;
   }
   for (const cJSON *entry = macs->child; entry; entry = entry->next) {

@@ -81,8 +81,7 @@ int start(int, char **) {
   if (!command.data) return RESULT_NO_MEMORY;
   int status = run_command("%s", command.data);
   if (status != 0) return RESULT_NO_ENGINE;
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int stop(int, char **) {
@@ -118,8 +117,7 @@ int disable(int, char **) {
     return 0;
   }
   write_proc_line(kKctrl, "disable");
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 // ---- status and statistics ------------------------------------------------
@@ -299,8 +297,7 @@ int config_cmd(int, char **) {
     if (sscanf(g_vek.data_cache_count, "%d", &count) == 1 && count > 0)
       write_entry_verb(kCountFiles, "set-entry-count", count);
   }
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int set_mode(int argc, char **argv) {
@@ -318,20 +315,17 @@ int set_mode(int argc, char **argv) {
   }
   write_proc_line(kPppoeFilter, "%d", value);
   write_proc_line(kMalnetMode, "%d", value);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int enable_c6y_acc(int, char **) {
   write_proc_line(kKctrl, "enable-c6y-acc");
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int disable_c6y_acc(int, char **) {
   write_proc_line(kKctrl, "disable-c6y-acc");
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 // A rule that does not give three numbers is passed over in silence.
@@ -342,16 +336,14 @@ int set_cache_delete_rule(int argc, char **argv) {
     for (const char *const *file = kRuleFiles; *file; file++)
       write_proc_line(*file, "set-delete-rule %d %d %d", id, threshold, timeout);
   }
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int enable_cache_ttl(int argc, char **argv) {
   int value = 1;
   if (argc > 1) sscanf(argv[1], "%d", &value);
   write_proc_line(kDstCtrl, "enable-ttl-delete %d", value != 0 ? 1 : 0);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 // Puts every setting of vek.ini back into the engine and reloads the
@@ -384,8 +376,7 @@ int reset_to_default(int, char **) {
   db_reload_default(kGroupDatabase, nullptr);
   db_reload_default(kAppDatabase, nullptr);
   db_reload_default(kRuleDatabase, nullptr);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 // ---- the group --------------------------------------------------------------
