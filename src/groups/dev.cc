@@ -28,12 +28,7 @@ int print_record(const char *tag) {
     return 1;
   }
   const char *text = trim(line.get()) + strlen(tag);
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}", text);
-  } else {
-    printf("%s\n", text);
-  }
-  return 0;
+  return print_json_result_unended(text);
 }
 
 // The MAC argument as the engine gets it: cut to 31 characters, and checked

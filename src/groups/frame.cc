@@ -1,9 +1,11 @@
 #include "groups/frame.h"
 
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
+#include "context.h"
 #include "result.h"
 #include "sys/procfs.h"
 #include "sys/text.h"
@@ -61,6 +63,24 @@ int invalid_arg(const char *text) {
 int failed_to_read() {
   report_result(RESULT_FAILED, "Failed to read.");
   return 1;
+}
+
+int print_json_result(const char *text) {
+  if (g_options.json) {
+    printf("{\"return\":0,\"result\":%s}\n", text);
+  } else {
+    printf("%s\n", text);
+  }
+  return 0;
+}
+
+int print_json_result_unended(const char *text) {
+  if (g_options.json) {
+    printf("{\"return\":0,\"result\":%s}", text);
+  } else {
+    printf("%s\n", text);
+  }
+  return 0;
 }
 
 int print_proc_text(const char *path, bool trimmed) {

@@ -53,6 +53,13 @@ int wrong_arg_text(const char *text);   // "Wrong arg: %s", returns 1
 // (iam, gc, ss, cloud, diag, dt).
 int invalid_arg(const char *text);  // "invalid arg: %s", returns 1
 int failed_to_read();               // "Failed to read.", returns 1
+// A JSON text (from the engine, or built by the command) as the result:
+// JSON mode prints it as the bare member {"return":0,"result":<text>} and a
+// line end, plain mode the text and a line end. Returns 0.
+int print_json_result(const char *text);
+// The same without the line end in JSON mode, as the qos and dev commands
+// have always answered.
+int print_json_result_unended(const char *text);
 // Prints the whole text of a control file as the result with code 0 (none
 // when the file is empty; trimmed first when asked) and returns 0; a file
 // that cannot be opened is "Failed to read." and 1.

@@ -154,12 +154,7 @@ int limiter_get(int, char **) {
     report_result(RESULT_NO_MEMORY, "memory is not enough");
     return 0;
   }
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}\n", printed.get());
-  } else {
-    printf("%s\n", printed.get());
-  }
-  return 0;
+  return print_json_result(printed.get());
 }
 
 const char *const kUsages[] = {

@@ -89,15 +89,6 @@ void print_number(int value) {
   }
 }
 
-// An engine JSON text printed as it is: JSON as a bare member, no line end.
-void print_engine_json(const char *text) {
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}", text);
-  } else {
-    printf("%s\n", text);
-  }
-}
-
 // Index of `name` in `names`, by exact comparison; -1 when absent.
 int find_name(const char *const *names, int count, const char *name) {
   for (int i = 0; i < count; i++) {
@@ -266,8 +257,7 @@ int print_whole_file(const char *path) {
   int length = 0;
   if (read_proc_file(path, &text, &length) != 0) return fail("Failed to read file.");
   if (!text || length == 0) return fail("Failed to read file: invalid.");
-  print_engine_json(trim(text.get()));
-  return 0;
+  return print_json_result_unended(trim(text.get()));
 }
 
 int get_qoe_optimization(int, char **) { return print_whole_file(kQoeOptimization); }
@@ -311,12 +301,7 @@ int get_dscp(int argc, char **argv) {
     report_result(RESULT_FAILED, "Unsupported");
     return 0;
   }
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}\n", printed.get());
-  } else {
-    printf("%s\n", printed.get());
-  }
-  return 0;
+  return print_json_result(printed.get());
 }
 
 int enable_dscp(int, char **) {
@@ -362,8 +347,7 @@ int get_hyqos_queues(int, char **) {
   OwnedText rates;
   if (read_hyqos_rate(&rates) != 0) return fail("Failed to read file.");
   if (!rates) return fail("Failed to read file: invalid.");
-  print_engine_json(rates.get());
-  return 0;
+  return print_json_result_unended(rates.get());
 }
 
 // The hardware queue count; "Failed to read file." when it cannot be read.
@@ -458,8 +442,7 @@ int get_hyqos_devs(int, char **) {
     report_result(RESULT_OK, "Failed to read file.");
     return 1;
   }
-  print_engine_json(devices.get());
-  return 0;
+  return print_json_result_unended(devices.get());
 }
 
 // Checks one [mac, upqid, dwqid] entry; false after reporting why not (or,

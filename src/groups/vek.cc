@@ -269,12 +269,7 @@ int get_cache_status(int, char **) {
 
   OwnedText printed(cJSON_PrintUnformatted(root.get()));
   const char *out = printed ? printed.get() : "{}";
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}\n", out);
-  } else {
-    puts(out);
-  }
-  return 0;
+  return print_json_result(out);
 }
 
 // ---- settings -------------------------------------------------------------
