@@ -46,7 +46,6 @@ MacCopy copy_mac(const char *argument) {
 }
 
 int dev_get(int, char **) { return print_record("j:devs:"); }
-
 int dev_get_default_queue(int, char **) { return print_record("j:defq:"); }
 
 // No argument: every device. The word count alone decides.
@@ -71,10 +70,7 @@ int dev_set_default_queue(int argc, char **argv) {
   return report_ok();
 }
 
-int dev_reset_default_queue(int, char **) {
-  write_proc_line(kDbdev, "17");
-  return report_ok();
-}
+int dev_reset_default_queue(int, char **) { return write_verb_ok(kDbdev, "17"); }
 
 // The engine judges the queue ids against its queue count.
 int dev_set_queue(int argc, char **argv) {

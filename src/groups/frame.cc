@@ -33,6 +33,11 @@ int report_ok() {
   return 0;
 }
 
+int write_verb_ok(const char *path, const char *verb) {
+  write_proc_line(path, "%s", verb);
+  return report_ok();
+}
+
 int wrong_arg_number(int argc) {
   report_result(RESULT_FAILED, "Wrong arg number: %d", argc);
   return 1;
@@ -65,23 +70,22 @@ int failed_to_read() {
   return 1;
 }
 
-int print_json_result(const char *text) {
+namespace {
+
+int print_json_result_ending(const char *text, const char *json_end) {
   if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}\n", text);
+    printf("{\"return\":0,\"result\":%s}%s", text, json_end);
   } else {
     printf("%s\n", text);
   }
   return 0;
 }
 
-int print_json_result_unended(const char *text) {
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}", text);
-  } else {
-    printf("%s\n", text);
-  }
-  return 0;
-}
+}  // namespace
+
+int print_json_result(const char *text) { return print_json_result_ending(text, "\n"); }
+
+int print_json_result_unended(const char *text) { return print_json_result_ending(text, ""); }
 
 int print_proc_text(const char *path, bool trimmed) {
   OwnedText text;

@@ -39,6 +39,9 @@ int group_run(const GroupFrame &frame, int argc, char **argv);
 // are not checked, so a command that wrote them reports this whatever the
 // engine made of them.
 int report_ok();
+// Writes one verb to a control file and reports success, whatever the
+// engine made of it; returns 0.
+int write_verb_ok(const char *path, const char *verb);
 
 // Uniform argument errors: report code 1 with the detail, return 1.
 int wrong_arg_number(int argc);  // "Wrong arg number: %d"

@@ -64,15 +64,8 @@ int gc_map(int argc, char **argv) {
   return enable_device(argv[1]);
 }
 
-int gc_enable(int, char **) {
-  write_proc_line(kGc, "enable");
-  return report_ok();
-}
-
-int gc_disable(int, char **) {
-  write_proc_line(kGc, "disable");
-  return report_ok();
-}
+int gc_enable(int, char **) { return write_verb_ok(kGc, "enable"); }
+int gc_disable(int, char **) { return write_verb_ok(kGc, "disable"); }
 
 int gc_set_absolute(int argc, char **argv) {
   if (argc < 3) return wrong_arg_number(argc);

@@ -21,20 +21,14 @@ const char kTzOffset[] = "/proc/vek/pc_tzoffset";
 
 const char *g_rule_file;  // -f
 
-// Writes are not checked: the command reports done whatever the engine said.
-int write_done(const char *path, const char *verb) {
-  write_proc_line(path, "%s", verb);
-  return report_ok();
-}
-
-int iam_on(int, char **) { return write_done(kEnabled, "1"); }
-int iam_off(int, char **) { return write_done(kEnabled, "0"); }
+int iam_on(int, char **) { return write_verb_ok(kEnabled, "1"); }
+int iam_off(int, char **) { return write_verb_ok(kEnabled, "0"); }
 int iam_get(int, char **) { return print_proc_text(kCtrl, false); }
 int iam_get_content(int, char **) { return 0; }
 int iam_get_rules(int, char **) { return print_proc_text(kRuleExport, false); }
-int iam_clear_rules(int, char **) { return write_done(kRuleImport, "0"); }
-int iam_enable_redirect(int, char **) { return write_done(kCtrl, "enable-redirect"); }
-int iam_disable_redirect(int, char **) { return write_done(kCtrl, "disable-redirect"); }
+int iam_clear_rules(int, char **) { return write_verb_ok(kRuleImport, "0"); }
+int iam_enable_redirect(int, char **) { return write_verb_ok(kCtrl, "enable-redirect"); }
+int iam_disable_redirect(int, char **) { return write_verb_ok(kCtrl, "disable-redirect"); }
 
 // The engine's verb for the address is "set-redirect"; the text is passed on
 // unchecked, as is the TTL.

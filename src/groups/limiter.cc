@@ -97,10 +97,7 @@ int limiter_del(int argc, char **argv) {
   return report_ok();
 }
 
-int limiter_clear(int, char **) {
-  write_proc_line(kLimiterCtrl, "clear");
-  return report_ok();
-}
+int limiter_clear(int, char **) { return write_verb_ok(kLimiterCtrl, "clear"); }
 
 // Copies the engine's rules of list `list` into the document's list: each
 // rule's state, its target under `key` and its rate pair, in the engine's

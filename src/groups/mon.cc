@@ -58,10 +58,7 @@ int get_conn_count(int argc, char **argv) {
   return print_json_result(value);
 }
 
-int clear_conn_count(int, char **) {
-  write_proc_line(kMonitor, "clear");
-  return report_ok();
-}
+int clear_conn_count(int, char **) { return write_verb_ok(kMonitor, "clear"); }
 
 const char *const kUsages[] = {
     "vektool mon [options] <command> [args]",

@@ -105,15 +105,8 @@ int profile_index(const char *name) {
 
 // ---- shaper switch and mode
 
-int qos_on(int, char **) {
-  write_proc_line(kQosEnabled, "1");
-  return report_ok();
-}
-
-int qos_off(int, char **) {
-  write_proc_line(kQosEnabled, "0");
-  return report_ok();
-}
+int qos_on(int, char **) { return write_verb_ok(kQosEnabled, "1"); }
+int qos_off(int, char **) { return write_verb_ok(kQosEnabled, "0"); }
 
 // The web page parses this one line in either mode.
 int qos_get(int, char **) {
@@ -261,17 +254,8 @@ int print_whole_file(const char *path) {
 }
 
 int get_qoe_optimization(int, char **) { return print_whole_file(kQoeOptimization); }
-
-int enable_qoe_bwctl(int, char **) {
-  write_proc_line(kQoeConfig2, "set-para {\"enabled\":1}");
-  return report_ok();
-}
-
-int disable_qoe_bwctl(int, char **) {
-  write_proc_line(kQoeConfig2, "set-para {\"enabled\":0}");
-  return report_ok();
-}
-
+int enable_qoe_bwctl(int, char **) { return write_verb_ok(kQoeConfig2, "set-para {\"enabled\":1}"); }
+int disable_qoe_bwctl(int, char **) { return write_verb_ok(kQoeConfig2, "set-para {\"enabled\":0}"); }
 int get_qoe_bwctl(int, char **) { return print_whole_file(kQoeConfig2); }
 
 int set_qoe_bwctl(int argc, char **argv) {
@@ -304,15 +288,8 @@ int get_dscp(int argc, char **argv) {
   return print_json_result(printed.get());
 }
 
-int enable_dscp(int, char **) {
-  write_proc_line(kConnCtx, "set-dscp-tagging 1");
-  return report_ok();
-}
-
-int disable_dscp(int, char **) {
-  write_proc_line(kConnCtx, "set-dscp-tagging 0");
-  return report_ok();
-}
+int enable_dscp(int, char **) { return write_verb_ok(kConnCtx, "set-dscp-tagging 1"); }
+int disable_dscp(int, char **) { return write_verb_ok(kConnCtx, "set-dscp-tagging 0"); }
 
 int set_dscp_mapping(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);

@@ -18,15 +18,8 @@ namespace {
 const char kSs[] = "/proc/vek/ss";
 const size_t kDeviceNameMax = 31;
 
-int ss_enable(int, char **) {
-  write_proc_line(kSs, "enable");
-  return report_ok();
-}
-
-int ss_disable(int, char **) {
-  write_proc_line(kSs, "disable");
-  return report_ok();
-}
+int ss_enable(int, char **) { return write_verb_ok(kSs, "enable"); }
+int ss_disable(int, char **) { return write_verb_ok(kSs, "disable"); }
 
 // The state text goes out as the engine wrote it, line end included.
 int ss_get(int, char **) { return print_proc_text(kSs, false); }

@@ -313,15 +313,8 @@ int set_mode(int argc, char **argv) {
   return report_ok();
 }
 
-int enable_c6y_acc(int, char **) {
-  write_proc_line(kKctrl, "enable-c6y-acc");
-  return report_ok();
-}
-
-int disable_c6y_acc(int, char **) {
-  write_proc_line(kKctrl, "disable-c6y-acc");
-  return report_ok();
-}
+int enable_c6y_acc(int, char **) { return write_verb_ok(kKctrl, "enable-c6y-acc"); }
+int disable_c6y_acc(int, char **) { return write_verb_ok(kKctrl, "disable-c6y-acc"); }
 
 // A rule that does not give three numbers is passed over in silence.
 int set_cache_delete_rule(int argc, char **argv) {
