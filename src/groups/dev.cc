@@ -19,16 +19,8 @@ const char kDbdev[] = "/proc/vek/dbdev";
 // member without a line end, plain with one.
 int print_record(const char *tag) {
   OwnedText line;
-  if (find_record(kDbdev, tag, &line) != 0) {
-    report_result(RESULT_FAILED, "Failed to read file.");
-    return 1;
-  }
-  if (!line) {
-    report_result(RESULT_FAILED, "Failed to read file: invalid.");
-    return 1;
-  }
-  const char *text = trim(line.get()) + strlen(tag);
-  return print_json_result_unended(text);
+  if (!read_record(kDbdev, tag, {"Failed to read file.", "Failed to read file: invalid."}, &line)) return 1;
+  return print_json_result_unended(line.get() + strlen(tag));
 }
 
 // The MAC argument as the engine gets it: cut to 31 characters, and checked

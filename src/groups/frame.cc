@@ -87,6 +87,21 @@ int print_json_result(const char *text) { return print_json_result_ending(text, 
 
 int print_json_result_unended(const char *text) { return print_json_result_ending(text, ""); }
 
+bool read_record(const char *path, const char *tag, const RecordFailures &failures, OwnedText *line) {
+  const char *failure = nullptr;
+  if (find_record(path, tag, line) != 0) {
+    failure = failures.unreadable;
+  } else if (!*line) {
+    failure = failures.missing;
+  }
+  if (failure) {
+    report_result(RESULT_FAILED, "%s", failure);
+    return false;
+  }
+  trim(line->get());
+  return true;
+}
+
 int print_proc_text(const char *path, bool trimmed) {
   OwnedText text;
   if (read_proc_file(path, &text, nullptr) != 0) return failed_to_read();

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "argparse.h"
+#include "sys/text.h"
 
 // Handlers get the command word as element 0 and its positional arguments
 // after it (options already removed); the result is the exit status.
@@ -63,6 +64,16 @@ int print_json_result(const char *text);
 // The same without the line end in JSON mode, as the qos and dev commands
 // have always answered.
 int print_json_result_unended(const char *text);
+// What a command reports when the record it reads cannot be had: the
+// control file could not be read, or no line of it carries the tag.
+struct RecordFailures {
+  const char *unreadable;
+  const char *missing;
+};
+// The line of `path` tagged `tag`, trimmed; false after reporting the
+// matching failure with code 1.
+bool read_record(const char *path, const char *tag, const RecordFailures &failures, OwnedText *line);
+
 // Prints the whole text of a control file as the result with code 0 (none
 // when the file is empty; trimmed first when asked) and returns 0; a file
 // that cannot be opened is "Failed to read." and 1.

@@ -53,32 +53,10 @@ int wrong_json(const char *text) {
   return 1;
 }
 
-// What a command reports when its record cannot be had: the control file
-// could not be read, or it holds no record with the tag. The older commands
+// How the qos commands name a record they cannot have: the older commands
 // speak of the file, the HyQoS and QoE flags of the proc entry.
-struct RecordFailures {
-  const char *unreadable;
-  const char *missing;
-};
 const RecordFailures kFileFailures = {"Failed to read file.", "Failed to read file: null."};
 const RecordFailures kProcFailures = {"Failed to operate proc.", "Failed to operate proc: data null."};
-
-// The record tagged `tag` in `path`, trimmed; false after reporting why
-// there is none.
-bool read_record(const char *path, const char *tag, const RecordFailures &failures, OwnedText *line) {
-  const char *failure = nullptr;
-  if (find_record(path, tag, line) != 0) {
-    failure = failures.unreadable;
-  } else if (!*line) {
-    failure = failures.missing;
-  }
-  if (failure) {
-    fail(failure);
-    return false;
-  }
-  trim(line->get());
-  return true;
-}
 
 // A number the engine reported: JSON as a bare member, no line end.
 void print_number(int value) {

@@ -221,22 +221,8 @@ int stats(int, char **) {
 int get_mode(int, char **) {
   const char tag[] = "s:mode:";
   OwnedText line;
-  if (find_record(kMalnetMode, tag, &line) != 0) {
-    report_result(RESULT_FAILED, "Failed to read file.");
-    return 1;
-  }
-  if (!line) {
-    report_result(RESULT_FAILED, "Failed to read file: invalid.");
-    return 1;
-  }
-  trim(line.get());
-  const char *value = line.get() + strlen(tag);
-  if (g_options.json) {
-    printf("{\"return\":%d,\"result\":%s}", 0, value);
-  } else {
-    puts(value);
-  }
-  return 0;
+  if (!read_record(kMalnetMode, tag, {"Failed to read file.", "Failed to read file: invalid."}, &line)) return 1;
+  return print_json_result_unended(line.get() + strlen(tag));
 }
 
 int get_cache_status(int, char **) {
