@@ -42,10 +42,7 @@ int dev_get_default_queue(int, char **) { return print_record("j:defq:"); }
 
 // No argument: every device. The word count alone decides.
 int dev_delete(int argc, char **argv) {
-  if (argc == 1) {
-    write_proc_line(kDbdev, "6");
-    return report_ok();
-  }
+  if (argc == 1) return write_verb_ok(kDbdev, "6");
   MacCopy mac = copy_mac(argv[1]);
   if (!mac.valid) return wrong_arg_text(mac.text);
   write_proc_line(kDbdev, "7 %s", mac.text);
@@ -78,10 +75,7 @@ int dev_set_queue(int argc, char **argv) {
 }
 
 int dev_reset_queue(int argc, char **argv) {
-  if (argc == 1) {
-    write_proc_line(kDbdev, "18");
-    return report_ok();
-  }
+  if (argc == 1) return write_verb_ok(kDbdev, "18");
   MacCopy mac = copy_mac(argv[1]);
   if (!mac.valid) return wrong_arg_text(mac.text);
   write_proc_line(kDbdev, "19 %s", mac.text);

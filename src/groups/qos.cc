@@ -359,10 +359,7 @@ int set_hyqos_queues(int argc, char **argv) {
 }
 
 int reset_hyqos_queue(int argc, char **argv) {
-  if (argc == 1) {
-    write_proc_line(kQoeConfig, "510");
-    return report_ok();
-  }
+  if (argc == 1) return write_verb_ok(kQoeConfig, "510");
   if (argc == 2) return wrong_arg_number(argc);
   int direction = arg_int(argv[1]);
   int queue = arg_int(argv[2]);
@@ -452,10 +449,7 @@ int add_hyqos_devs(int argc, char **argv) {
 // No argument deletes every device. Otherwise each MAC is checked and
 // deleted in turn: a bad one stops the run with the earlier ones deleted.
 int del_hyqos_devs(int argc, char **argv) {
-  if (argc < 2) {
-    write_proc_line(kDbdev, "6");
-    return report_ok();
-  }
+  if (argc < 2) return write_verb_ok(kDbdev, "6");
   JsonTree macs(cJSON_Parse(argv[1]));
   if (!macs) return wrong_json(argv[1]);
   if (!cJSON_IsArray(macs.get())) {

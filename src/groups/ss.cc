@@ -58,10 +58,7 @@ int ss_add_dev(int argc, char **argv) {
 
 // Alone it empties the device list.
 int ss_del_dev(int argc, char **argv) {
-  if (argc == 1) {
-    write_proc_line(kSs, "clear-device");
-    return report_ok();
-  }
+  if (argc == 1) return write_verb_ok(kSs, "clear-device");
   if (!is_valid_mac(argv[1])) return invalid_arg(argv[1]);
   write_proc_line(kSs, "del-device %s", argv[1]);
   return report_ok();
@@ -79,10 +76,7 @@ int ss_set_dev_disable(int argc, char **argv) { return device_switch(argc, argv,
 
 // Alone, or with "all" in any case, it empties the host list.
 int ss_delete(int argc, char **argv) {
-  if (argc == 1 || str_equal_nocase(argv[1], "all") == 0) {
-    write_proc_line(kSs, "clear");
-    return report_ok();
-  }
+  if (argc == 1 || str_equal_nocase(argv[1], "all") == 0) return write_verb_ok(kSs, "clear");
   if (!is_valid_host_name(argv[1])) return invalid_arg(argv[1]);
   write_proc_line(kSs, "delete %s", argv[1]);
   return report_ok();
