@@ -58,13 +58,14 @@ int wrong_json(const char *text) {
 const RecordFailures kFileFailures = {"Failed to read file.", "Failed to read file: null."};
 const RecordFailures kProcFailures = {"Failed to operate proc.", "Failed to operate proc: data null."};
 
-// A number the engine reported: JSON as a bare member, no line end.
-void print_number(int value) {
+// A number the engine reported: JSON as a bare member, no line end; returns 0.
+int print_number(int value) {
   if (g_options.json) {
     printf("{\"return\":0,\"result\":%d}", value);
   } else {
     printf("%d\n", value);
   }
+  return 0;
 }
 
 // Index of `name` in `names`, by exact comparison; -1 when absent.
@@ -143,8 +144,7 @@ int get_qoe_active(int, char **) {
   if (sscanf(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2) {
     return fail("Failed to read file: no queue number field.");
   }
-  print_number(active);
-  return 0;
+  return print_number(active);
 }
 
 int set_qoe_active(int argc, char **argv) {
@@ -288,8 +288,7 @@ int get_hyqos_active(int, char **) {
     report_result(RESULT_FAILED, "Failed to read information from: %s", line.get());
     return 1;
   }
-  print_number(active);
-  return 0;
+  return print_number(active);
 }
 
 int set_hyqos_active(int argc, char **argv) {
