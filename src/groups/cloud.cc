@@ -29,17 +29,8 @@ int cloud_get(int, char **) {
   return 0;
 }
 
-int cloud_on(int, char **) {
-  write_proc_line(kFcCtrl, "enable-cloud");
-  report_result(RESULT_OK, nullptr);
-  return 0;
-}
-
-int cloud_off(int, char **) {
-  write_proc_line(kFcCtrl, "disable-cloud");
-  report_result(RESULT_OK, nullptr);
-  return 0;
-}
+int cloud_on(int, char **) { return write_verb_ok(kFcCtrl, "enable-cloud"); }
+int cloud_off(int, char **) { return write_verb_ok(kFcCtrl, "disable-cloud"); }
 
 const char *const kUsages[] = {
     "vektool cloud [options] <command> [args]",

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "groups/frame.h"
 #include "result.h"
 #include "sys/replace.h"
 
@@ -41,6 +42,5 @@ int db_load_command(const Database &db, const char *file) {
 
 int db_clear_command(const Database &db) {
   db_clean(db);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }

@@ -15,30 +15,12 @@ namespace {
 
 const char kDbdev[] = "/proc/vek/dbdev";
 
-int report_ok() {
-  report_result(RESULT_OK, nullptr);
-  return 0;
-}
-
 // The engine's JSON text after `tag`, printed as it comes: JSON as a bare
 // member without a line end, plain with one.
 int print_record(const char *tag) {
   OwnedText line;
-  if (find_record(kDbdev, tag, &line) != 0) {
-    report_result(RESULT_FAILED, "Failed to read file.");
-    return 1;
-  }
-  if (!line) {
-    report_result(RESULT_FAILED, "Failed to read file: invalid.");
-    return 1;
-  }
-  const char *text = trim(line.get()) + strlen(tag);
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}", text);
-  } else {
-    printf("%s\n", text);
-  }
-  return 0;
+  if (!read_record(kDbdev, tag, {"Failed to read file.", "Failed to read file: invalid."}, &line)) return 1;
+  return print_json_result_unended(line.get() + strlen(tag));
 }
 
 // The MAC argument as the engine gets it: cut to 31 characters, and checked
@@ -56,15 +38,11 @@ MacCopy copy_mac(const char *argument) {
 }
 
 int dev_get(int, char **) { return print_record("j:devs:"); }
-
 int dev_get_default_queue(int, char **) { return print_record("j:defq:"); }
 
 // No argument: every device. The word count alone decides.
 int dev_delete(int argc, char **argv) {
-  if (argc == 1) {
-    write_proc_line(kDbdev, "6");
-    return report_ok();
-  }
+  if (argc == 1) return write_verb_ok(kDbdev, "6");
   MacCopy mac = copy_mac(argv[1]);
   if (!mac.valid) return wrong_arg_text(mac.text);
   write_proc_line(kDbdev, "7 %s", mac.text);
@@ -81,10 +59,7 @@ int dev_set_default_queue(int argc, char **argv) {
   return report_ok();
 }
 
-int dev_reset_default_queue(int, char **) {
-  write_proc_line(kDbdev, "17");
-  return report_ok();
-}
+int dev_reset_default_queue(int, char **) { return write_verb_ok(kDbdev, "17"); }
 
 // The engine judges the queue ids against its queue count.
 int dev_set_queue(int argc, char **argv) {
@@ -100,10 +75,7 @@ int dev_set_queue(int argc, char **argv) {
 }
 
 int dev_reset_queue(int argc, char **argv) {
-  if (argc == 1) {
-    write_proc_line(kDbdev, "18");
-    return report_ok();
-  }
+  if (argc == 1) return write_verb_ok(kDbdev, "18");
   MacCopy mac = copy_mac(argv[1]);
   if (!mac.valid) return wrong_arg_text(mac.text);
   write_proc_line(kDbdev, "19 %s", mac.text);

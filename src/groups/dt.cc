@@ -32,14 +32,12 @@ int dt_start(int, char **) {
     daemon_path(path, sizeof path);
     run_command("%s", shell_path(word, sizeof word, path));
   }
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int dt_stop(int, char **) {
   run_command("killall %s", kDaemon);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 // {"state":<0|1>,"topology":<the file, or the empty topology>}. The file is

@@ -1,8 +1,10 @@
 #include "groups/frame.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
+#include "context.h"
 #include "result.h"
 #include "sys/procfs.h"
 #include "sys/scan.h"
@@ -24,6 +26,16 @@ int group_run(const GroupFrame &frame, int argc, char **argv) {
     if (strcmp(argv[0], command.name) == 0) return command.handler(argc, argv);
   }
   return 1;
+}
+
+int report_ok() {
+  report_result(RESULT_OK, nullptr);
+  return 0;
+}
+
+int write_verb_ok(const char *path, const char *verb) {
+  write_proc_line(path, "%s", verb);
+  return report_ok();
 }
 
 int wrong_arg_number(int argc) {
@@ -53,6 +65,38 @@ int invalid_arg(const char *text) {
 int failed_to_read() {
   report_result(RESULT_FAILED, "Failed to read.");
   return 1;
+}
+
+namespace {
+
+int print_json_result_ending(const char *text, const char *json_end) {
+  if (g_options.json) {
+    printf("{\"return\":0,\"result\":%s}%s", text, json_end);
+  } else {
+    printf("%s\n", text);
+  }
+  return 0;
+}
+
+}  // namespace
+
+int print_json_result(const char *text) { return print_json_result_ending(text, "\n"); }
+
+int print_json_result_unended(const char *text) { return print_json_result_ending(text, ""); }
+
+bool read_record(const char *path, const char *tag, const RecordFailures &failures, OwnedText *line) {
+  const char *failure = nullptr;
+  if (find_record(path, tag, line) != 0) {
+    failure = failures.unreadable;
+  } else if (!*line) {
+    failure = failures.missing;
+  }
+  if (failure) {
+    report_result(RESULT_FAILED, "%s", failure);
+    return false;
+  }
+  trim(line->get());
+  return true;
 }
 
 int print_proc_text(const char *path, bool trimmed) {

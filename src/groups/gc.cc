@@ -42,8 +42,7 @@ int negated(int offset) { return static_cast<int>(0u - static_cast<unsigned int>
 
 int enable_device(const char *mac) {
   write_proc_line(kGc, "set-enable %s %d", mac, 1);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 // The offset steps: relative shift, the duration, and the device switched on.
@@ -66,17 +65,8 @@ int gc_map(int argc, char **argv) {
   return enable_device(argv[1]);
 }
 
-int gc_enable(int, char **) {
-  write_proc_line(kGc, "enable");
-  report_result(RESULT_OK, nullptr);
-  return 0;
-}
-
-int gc_disable(int, char **) {
-  write_proc_line(kGc, "disable");
-  report_result(RESULT_OK, nullptr);
-  return 0;
-}
+int gc_enable(int, char **) { return write_verb_ok(kGc, "enable"); }
+int gc_disable(int, char **) { return write_verb_ok(kGc, "disable"); }
 
 int gc_set_absolute(int argc, char **argv) {
   if (argc < 3) return wrong_arg_number(argc);
@@ -127,8 +117,7 @@ int gc_delete(int argc, char **argv) {
     if (!is_valid_mac(argv[1])) return invalid_arg(argv[1]);
     write_proc_line(kGc, "delete %s", argv[1]);
   }
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 const char *const kUsages[] = {

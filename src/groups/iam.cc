@@ -21,36 +21,27 @@ const char kTzOffset[] = "/proc/vek/pc_tzoffset";
 
 const char *g_rule_file;  // -f
 
-// Writes are not checked: the command reports done whatever the engine said.
-int write_done(const char *path, const char *verb) {
-  write_proc_line(path, "%s", verb);
-  report_result(RESULT_OK, nullptr);
-  return 0;
-}
-
-int iam_on(int, char **) { return write_done(kEnabled, "1"); }
-int iam_off(int, char **) { return write_done(kEnabled, "0"); }
+int iam_on(int, char **) { return write_verb_ok(kEnabled, "1"); }
+int iam_off(int, char **) { return write_verb_ok(kEnabled, "0"); }
 int iam_get(int, char **) { return print_proc_text(kCtrl, false); }
 int iam_get_content(int, char **) { return 0; }
 int iam_get_rules(int, char **) { return print_proc_text(kRuleExport, false); }
-int iam_clear_rules(int, char **) { return write_done(kRuleImport, "0"); }
-int iam_enable_redirect(int, char **) { return write_done(kCtrl, "enable-redirect"); }
-int iam_disable_redirect(int, char **) { return write_done(kCtrl, "disable-redirect"); }
+int iam_clear_rules(int, char **) { return write_verb_ok(kRuleImport, "0"); }
+int iam_enable_redirect(int, char **) { return write_verb_ok(kCtrl, "enable-redirect"); }
+int iam_disable_redirect(int, char **) { return write_verb_ok(kCtrl, "disable-redirect"); }
 
 // The engine's verb for the address is "set-redirect"; the text is passed on
 // unchecked, as is the TTL.
 int iam_set_redirect_ip(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   write_proc_line(kCtrl, "set-redirect %s", argv[1]);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int iam_set_redirect_ttl(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   write_proc_line(kCtrl, "set-redirect-ttl %s", argv[1]);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 // Clear, time-zone offset, rules: in this order, so that the kernel reads the
@@ -64,8 +55,7 @@ int iam_set_rules(int, char **) {
   OwnedText offset = run_command_capture(0, "date +%z");
   if (offset && offset.get()[0] != '\0') write_proc_line(kTzOffset, "%s", offset.get());
   copy_file(kRuleImport, g_rule_file);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 const char *const kUsages[] = {

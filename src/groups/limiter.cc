@@ -89,22 +89,16 @@ int limiter_set(int argc, char **argv) {
   if (check_target(argc, argv) != 0) return 1;
   // The engine takes the enabled flag before the two rates.
   write_proc_line(kLimiterCtrl, "set %d %s %d %d %d", g_type, argv[1], g_enabled, g_up, g_down);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int limiter_del(int argc, char **argv) {
   if (check_target(argc, argv) != 0) return 1;
   write_proc_line(kLimiterCtrl, "del %d %s", g_type, argv[1]);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
-int limiter_clear(int, char **) {
-  write_proc_line(kLimiterCtrl, "clear");
-  report_result(RESULT_OK, nullptr);
-  return 0;
-}
+int limiter_clear(int, char **) { return write_verb_ok(kLimiterCtrl, "clear"); }
 
 // Copies the engine's rules of list `list` into the document's list: each
 // rule's state, its target under `key` and its rate pair, in the engine's
@@ -158,12 +152,7 @@ int limiter_get(int, char **) {
     report_result(RESULT_NO_MEMORY, "memory is not enough");
     return 0;
   }
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}\n", printed.get());
-  } else {
-    printf("%s\n", printed.get());
-  }
-  return 0;
+  return print_json_result(printed.get());
 }
 
 const char *const kUsages[] = {

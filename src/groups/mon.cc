@@ -55,19 +55,10 @@ int get_conn_count(int argc, char **argv) {
 
   trim(line.get());
   const char *value = line.get() + strlen(type->tag);
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}\n", value);
-  } else {
-    printf("%s\n", value);
-  }
-  return 0;
+  return print_json_result(value);
 }
 
-int clear_conn_count(int, char **) {
-  write_proc_line(kMonitor, "clear");
-  report_result(RESULT_OK, nullptr);
-  return 0;
-}
+int clear_conn_count(int, char **) { return write_verb_ok(kMonitor, "clear"); }
 
 const char *const kUsages[] = {
     "vektool mon [options] <command> [args]",

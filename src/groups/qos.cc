@@ -42,36 +42,30 @@ int g_sensitivity;
 int g_intensity;
 const char *g_mode;
 
-// Reading a tagged record: the line (trimmed), or why there is none.
-enum RecordStatus { RECORD_FOUND, RECORD_UNREADABLE, RECORD_MISSING };
-
-RecordStatus read_record(const char *path, const char *tag, OwnedText *line) {
-  if (find_record(path, tag, line) != 0) return RECORD_UNREADABLE;
-  if (!*line) return RECORD_MISSING;
-  trim(line->get());
-  return RECORD_FOUND;
+// Reports a failure with a fixed detail; returns 1.
+int fail(const char *detail) {
+  report_result(RESULT_FAILED, "%s", detail);
+  return 1;
 }
 
-// A number the engine reported: JSON as a bare member, no line end.
-void print_number(int value) {
+// A command argument that is not the JSON the command takes; returns 1.
+int wrong_json(const char *text) {
+  report_result(RESULT_FAILED, "Wrong json format: %s", text);
+  return 1;
+}
+
+// How the qos commands name a record they cannot have: the older commands
+// speak of the file, the HyQoS and QoE flags of the proc entry.
+const RecordFailures kFileFailures = {"Failed to read file.", "Failed to read file: null."};
+const RecordFailures kProcFailures = {"Failed to operate proc.", "Failed to operate proc: data null."};
+
+// A number the engine reported: JSON as a bare member, no line end; returns 0.
+int print_number(int value) {
   if (g_options.json) {
     printf("{\"return\":0,\"result\":%d}", value);
   } else {
     printf("%d\n", value);
   }
-}
-
-// An engine JSON text printed as it is: JSON as a bare member, no line end.
-void print_engine_json(const char *text) {
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}", text);
-  } else {
-    printf("%s\n", text);
-  }
-}
-
-int report_ok() {
-  report_result(RESULT_OK, nullptr);
   return 0;
 }
 
@@ -91,15 +85,8 @@ int profile_index(const char *name) {
 
 // ---- shaper switch and mode
 
-int qos_on(int, char **) {
-  write_proc_line(kQosEnabled, "1");
-  return report_ok();
-}
-
-int qos_off(int, char **) {
-  write_proc_line(kQosEnabled, "0");
-  return report_ok();
-}
+int qos_on(int, char **) { return write_verb_ok(kQosEnabled, "1"); }
+int qos_off(int, char **) { return write_verb_ok(kQosEnabled, "0"); }
 
 // The web page parses this one line in either mode.
 int qos_get(int, char **) {
@@ -133,20 +120,10 @@ int set_algo(int argc, char **argv) {
 
 int get_algo(int, char **) {
   OwnedText line;
-  switch (read_record(kQosCtrl, "d:algorithm:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to read file.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to read file: null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQosCtrl, "d:algorithm:", kFileFailures, &line)) return 1;
   int index = 0;
   if (scan32(line.get(), "d:algorithm:%d", &index) != 1) {
-    report_result(RESULT_FAILED, "Failed to read file: no algorithm field.");
-    return 1;
+    return fail("Failed to read file: no algorithm field.");
   }
   // Unsigned, so that a negative number is refused as well.
   if (static_cast<unsigned>(index) > 2) {
@@ -163,23 +140,12 @@ int get_algo(int, char **) {
 
 int get_qoe_active(int, char **) {
   OwnedText line;
-  switch (read_record(kQosCtrl, "j:qoe:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to operate proc.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to operate proc: data null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQosCtrl, "j:qoe:", kProcFailures, &line)) return 1;
   int active = 0, profile = 0;
   if (scan32(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2) {
-    report_result(RESULT_FAILED, "Failed to read file: no queue number field.");
-    return 1;
+    return fail("Failed to read file: no queue number field.");
   }
-  print_number(active);
-  return 0;
+  return print_number(active);
 }
 
 int set_qoe_active(int argc, char **argv) {
@@ -190,16 +156,7 @@ int set_qoe_active(int argc, char **argv) {
 
 int get_qoe_profile(int, char **) {
   OwnedText line;
-  switch (read_record(kQosCtrl, "j:qoe:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to read file.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to read file: null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQosCtrl, "j:qoe:", kFileFailures, &line)) return 1;
   int active = 0, profile = 0;
   // The engine reports 0 to 7; anything else is answered like a record that
   // does not parse rather than read past the list.
@@ -226,20 +183,10 @@ int set_qoe_profile(int argc, char **argv) {
 
 int get_qoe_profile_settings(int, char **) {
   OwnedText line;
-  switch (read_record(kQoeConfig, "j:pfs:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to read file.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to read file: null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQoeConfig, "j:pfs:", kFileFailures, &line)) return 1;
   char settings[256];
   if (scan32(line.get(), "j:pfs:%255s", settings) != 1) {
-    report_result(RESULT_FAILED, "Failed to read file: no algorithm field.");
-    return 1;
+    return fail("Failed to read file: no algorithm field.");
   }
   print_result(RESULT_OK, settings);
   return 0;
@@ -258,10 +205,7 @@ int set_qoe_profile_setting(int argc, char **argv) {
 int set_qoe_profile_settings(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   JsonTree settings(cJSON_Parse(argv[1]));
-  if (!cJSON_IsArray(settings.get())) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!cJSON_IsArray(settings.get())) return wrong_json(argv[1]);
   int count = cJSON_GetArraySize(settings.get());
   if (count > kProfileCount) {
     report_result(RESULT_FAILED, "Invalid input: %d, %s", count, argv[1]);
@@ -283,39 +227,20 @@ int set_qoe_profile_settings(int argc, char **argv) {
 int print_whole_file(const char *path) {
   OwnedText text;
   int length = 0;
-  if (read_proc_file(path, &text, &length) != 0) {
-    report_result(RESULT_FAILED, "Failed to read file.");
-    return 1;
-  }
-  if (!text || length == 0) {
-    report_result(RESULT_FAILED, "Failed to read file: invalid.");
-    return 1;
-  }
-  print_engine_json(trim(text.get()));
-  return 0;
+  if (read_proc_file(path, &text, &length) != 0) return fail("Failed to read file.");
+  if (!text || length == 0) return fail("Failed to read file: invalid.");
+  return print_json_result_unended(trim(text.get()));
 }
 
 int get_qoe_optimization(int, char **) { return print_whole_file(kQoeOptimization); }
-
-int enable_qoe_bwctl(int, char **) {
-  write_proc_line(kQoeConfig2, "set-para {\"enabled\":1}");
-  return report_ok();
-}
-
-int disable_qoe_bwctl(int, char **) {
-  write_proc_line(kQoeConfig2, "set-para {\"enabled\":0}");
-  return report_ok();
-}
-
+int enable_qoe_bwctl(int, char **) { return write_verb_ok(kQoeConfig2, "set-para {\"enabled\":1}"); }
+int disable_qoe_bwctl(int, char **) { return write_verb_ok(kQoeConfig2, "set-para {\"enabled\":0}"); }
 int get_qoe_bwctl(int, char **) { return print_whole_file(kQoeConfig2); }
 
 int set_qoe_bwctl(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   JsonTree settings(cJSON_Parse(argv[1]));
-  if (!cJSON_IsObject(settings.get())) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!cJSON_IsObject(settings.get())) return wrong_json(argv[1]);
   write_proc_line(kQoeConfig2, "set-para %s", argv[1]);
   return report_ok();
 }
@@ -330,7 +255,7 @@ int get_dscp(int argc, char **argv) {
   if (!context) {
     // The message names the command's argument, not the file; without one
     // it reads "(null)", as the C library prints a missing text.
-    report_result(RESULT_FAILED, "Wrong json format: %s", argc > 1 ? argv[1] : "(null)");
+    wrong_json(argc > 1 ? argv[1] : "(null)");
     return 0;
   }
   const cJSON *dscp = cJSON_GetObjectItem(context.get(), "dscp");
@@ -339,31 +264,16 @@ int get_dscp(int argc, char **argv) {
     report_result(RESULT_FAILED, "Unsupported");
     return 0;
   }
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}\n", printed.get());
-  } else {
-    printf("%s\n", printed.get());
-  }
-  return 0;
+  return print_json_result(printed.get());
 }
 
-int enable_dscp(int, char **) {
-  write_proc_line(kConnCtx, "set-dscp-tagging 1");
-  return report_ok();
-}
-
-int disable_dscp(int, char **) {
-  write_proc_line(kConnCtx, "set-dscp-tagging 0");
-  return report_ok();
-}
+int enable_dscp(int, char **) { return write_verb_ok(kConnCtx, "set-dscp-tagging 1"); }
+int disable_dscp(int, char **) { return write_verb_ok(kConnCtx, "set-dscp-tagging 0"); }
 
 int set_dscp_mapping(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   JsonTree mapping(cJSON_Parse(argv[1]));
-  if (!mapping) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!mapping) return wrong_json(argv[1]);
   write_proc_line(kConnCtx, "set-dscp-mapping %s", argv[1]);
   return report_ok();
 }
@@ -373,23 +283,13 @@ int set_dscp_mapping(int argc, char **argv) {
 
 int get_hyqos_active(int, char **) {
   OwnedText line;
-  switch (read_record(kQosCtrl, "j:hyqos:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to operate proc.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to operate proc: data null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQosCtrl, "j:hyqos:", kProcFailures, &line)) return 1;
   int active = 0;
   if (scan32(line.get(), "j:hyqos:[%d]", &active) != 1) {
     report_result(RESULT_FAILED, "Failed to read information from: %s", line.get());
     return 1;
   }
-  print_number(active);
-  return 0;
+  return print_number(active);
 }
 
 int set_hyqos_active(int argc, char **argv) {
@@ -400,22 +300,15 @@ int set_hyqos_active(int argc, char **argv) {
 
 int get_hyqos_queues(int, char **) {
   OwnedText rates;
-  if (read_hyqos_rate(&rates) != 0) {
-    report_result(RESULT_FAILED, "Failed to read file.");
-    return 1;
-  }
-  if (!rates) {
-    report_result(RESULT_FAILED, "Failed to read file: invalid.");
-    return 1;
-  }
-  print_engine_json(rates.get());
-  return 0;
+  if (read_hyqos_rate(&rates) != 0) return fail("Failed to read file.");
+  if (!rates) return fail("Failed to read file: invalid.");
+  return print_json_result_unended(rates.get());
 }
 
 // The hardware queue count; "Failed to read file." when it cannot be read.
 bool queue_count(int *count) {
   if (read_queue_number(count) == 0) return true;
-  report_result(RESULT_FAILED, "Failed to read file.");
+  fail("Failed to read file.");
   return false;
 }
 
@@ -440,10 +333,7 @@ int set_hyqos_queue(int argc, char **argv) {
 int set_hyqos_queues(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   JsonTree queues(cJSON_Parse(argv[1]));
-  if (!cJSON_IsArray(queues.get())) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!cJSON_IsArray(queues.get())) return wrong_json(argv[1]);
   int count = 0;
   if (!queue_count(&count)) return 1;
   if (cJSON_GetArraySize(queues.get()) > 2) {
@@ -469,10 +359,7 @@ int set_hyqos_queues(int argc, char **argv) {
 }
 
 int reset_hyqos_queue(int argc, char **argv) {
-  if (argc == 1) {
-    write_proc_line(kQoeConfig, "510");
-    return report_ok();
-  }
+  if (argc == 1) return write_verb_ok(kQoeConfig, "510");
   if (argc == 2) return wrong_arg_number(argc);
   int direction = arg_int(argv[1]);
   int queue = arg_int(argv[2]);
@@ -485,20 +372,10 @@ int reset_hyqos_queue(int argc, char **argv) {
 // Exits 1 in plain mode although it printed the count: scripts rely on it.
 int get_hw_queue_num(int, char **) {
   OwnedText line;
-  switch (read_record(kQosCtrl, "d:qnum:", &line)) {
-    case RECORD_UNREADABLE:
-      report_result(RESULT_FAILED, "Failed to read file.");
-      return 1;
-    case RECORD_MISSING:
-      report_result(RESULT_FAILED, "Failed to read file: null.");
-      return 1;
-    case RECORD_FOUND:
-      break;
-  }
+  if (!read_record(kQosCtrl, "d:qnum:", kFileFailures, &line)) return 1;
   int count = 0;
   if (scan32(line.get(), "d:qnum:%d", &count) != 1) {
-    report_result(RESULT_FAILED, "Failed to read file: no queue number field.");
-    return 1;
+    return fail("Failed to read file: no queue number field.");
   }
   if (count < 0) {
     report_result(RESULT_FAILED, "Failed to read file: queue number(%d) is invalid.", count);
@@ -517,8 +394,7 @@ int get_hyqos_devs(int, char **) {
     report_result(RESULT_OK, "Failed to read file.");
     return 1;
   }
-  print_engine_json(devices.get());
-  return 0;
+  return print_json_result_unended(devices.get());
 }
 
 // Checks one [mac, upqid, dwqid] entry; false after reporting why not (or,
@@ -546,14 +422,11 @@ bool check_device(const cJSON *entry, int count) {
 int add_hyqos_devs(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   JsonTree devices(cJSON_Parse(argv[1]));
-  if (!devices) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!devices) return wrong_json(argv[1]);
   int count = 0;
   if (!queue_count(&count)) return 0;
   if (!cJSON_IsArray(devices.get())) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    wrong_json(argv[1]);
     return 0;
   }
   int size = cJSON_GetArraySize(devices.get());
@@ -576,17 +449,11 @@ int add_hyqos_devs(int argc, char **argv) {
 // No argument deletes every device. Otherwise each MAC is checked and
 // deleted in turn: a bad one stops the run with the earlier ones deleted.
 int del_hyqos_devs(int argc, char **argv) {
-  if (argc < 2) {
-    write_proc_line(kDbdev, "6");
-    return report_ok();
-  }
+  if (argc < 2) return write_verb_ok(kDbdev, "6");
   JsonTree macs(cJSON_Parse(argv[1]));
-  if (!macs) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
-    return 1;
-  }
+  if (!macs) return wrong_json(argv[1]);
   if (!cJSON_IsArray(macs.get())) {
-    report_result(RESULT_FAILED, "Wrong json format: %s", argv[1]);
+    wrong_json(argv[1]);
     return 0;
   }
   for (const cJSON *entry = macs->child; entry; entry = entry->next) {

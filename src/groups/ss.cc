@@ -18,21 +18,8 @@ namespace {
 const char kSs[] = "/proc/vek/ss";
 const size_t kDeviceNameMax = 31;
 
-// Verbs are written unchecked; success is code 0 without a detail.
-int done() {
-  report_result(RESULT_OK, nullptr);
-  return 0;
-}
-
-int ss_enable(int, char **) {
-  write_proc_line(kSs, "enable");
-  return done();
-}
-
-int ss_disable(int, char **) {
-  write_proc_line(kSs, "disable");
-  return done();
-}
+int ss_enable(int, char **) { return write_verb_ok(kSs, "enable"); }
+int ss_disable(int, char **) { return write_verb_ok(kSs, "disable"); }
 
 // The state text goes out as the engine wrote it, line end included.
 int ss_get(int, char **) { return print_proc_text(kSs, false); }
@@ -42,7 +29,7 @@ int ss_add(int argc, char **argv) {
   if (!is_valid_host_name(argv[1])) return invalid_arg(argv[1]);
   if (!is_valid_ip_address(argv[2])) return invalid_arg(argv[2]);
   write_proc_line(kSs, "add %s %s", argv[1], argv[2]);
-  return done();
+  return report_ok();
 }
 
 // Either mode in any case; the text goes to the engine as typed.
@@ -51,7 +38,7 @@ int ss_set_mode(int argc, char **argv) {
   if (str_equal_nocase(argv[1], "all_device") != 0 && str_equal_nocase(argv[1], "by_device") != 0)
     return invalid_arg(argv[1]);
   write_proc_line(kSs, "set-mode %s", argv[1]);
-  return done();
+  return report_ok();
 }
 
 int ss_add_dev(int argc, char **argv) {
@@ -59,32 +46,29 @@ int ss_add_dev(int argc, char **argv) {
   if (!is_valid_mac(argv[1])) return invalid_arg(argv[1]);
   if (argc == 2) {
     write_proc_line(kSs, "add-device %s", argv[1]);
-    return done();
+    return report_ok();
   }
   if (strlen(argv[2]) > kDeviceNameMax) {
     report_result(RESULT_FAILED, "invalid arg: %s. Max length=31.", argv[2]);
     return 1;
   }
   write_proc_line(kSs, "add-device %s %s", argv[1], argv[2]);
-  return done();
+  return report_ok();
 }
 
 // Alone it empties the device list.
 int ss_del_dev(int argc, char **argv) {
-  if (argc == 1) {
-    write_proc_line(kSs, "clear-device");
-    return done();
-  }
+  if (argc == 1) return write_verb_ok(kSs, "clear-device");
   if (!is_valid_mac(argv[1])) return invalid_arg(argv[1]);
   write_proc_line(kSs, "del-device %s", argv[1]);
-  return done();
+  return report_ok();
 }
 
 int device_switch(int argc, char **argv, const char *verb) {
   if (argc < 2) return wrong_arg_number(argc);
   if (!is_valid_mac(argv[1])) return invalid_arg(argv[1]);
   write_proc_line(kSs, "%s %s", verb, argv[1]);
-  return done();
+  return report_ok();
 }
 
 int ss_set_dev_enable(int argc, char **argv) { return device_switch(argc, argv, "enable-device"); }
@@ -92,13 +76,10 @@ int ss_set_dev_disable(int argc, char **argv) { return device_switch(argc, argv,
 
 // Alone, or with "all" in any case, it empties the host list.
 int ss_delete(int argc, char **argv) {
-  if (argc == 1 || str_equal_nocase(argv[1], "all") == 0) {
-    write_proc_line(kSs, "clear");
-    return done();
-  }
+  if (argc == 1 || str_equal_nocase(argv[1], "all") == 0) return write_verb_ok(kSs, "clear");
   if (!is_valid_host_name(argv[1])) return invalid_arg(argv[1]);
   write_proc_line(kSs, "delete %s", argv[1]);
-  return done();
+  return report_ok();
 }
 
 // The usage names get-dev, which the table does not have: callers have always

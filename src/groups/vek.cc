@@ -82,8 +82,7 @@ int start(int, char **) {
   if (!command.data) return RESULT_NO_MEMORY;
   int status = run_command("%s", command.data);
   if (status != 0) return RESULT_NO_ENGINE;
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int stop(int, char **) {
@@ -119,8 +118,7 @@ int disable(int, char **) {
     return 0;
   }
   write_proc_line(kKctrl, "disable");
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 // ---- status and statistics ------------------------------------------------
@@ -224,22 +222,8 @@ int stats(int, char **) {
 int get_mode(int, char **) {
   const char tag[] = "s:mode:";
   OwnedText line;
-  if (find_record(kMalnetMode, tag, &line) != 0) {
-    report_result(RESULT_FAILED, "Failed to read file.");
-    return 1;
-  }
-  if (!line) {
-    report_result(RESULT_FAILED, "Failed to read file: invalid.");
-    return 1;
-  }
-  trim(line.get());
-  const char *value = line.get() + strlen(tag);
-  if (g_options.json) {
-    printf("{\"return\":%d,\"result\":%s}", 0, value);
-  } else {
-    puts(value);
-  }
-  return 0;
+  if (!read_record(kMalnetMode, tag, {"Failed to read file.", "Failed to read file: invalid."}, &line)) return 1;
+  return print_json_result_unended(line.get() + strlen(tag));
 }
 
 int get_cache_status(int, char **) {
@@ -272,12 +256,7 @@ int get_cache_status(int, char **) {
 
   OwnedText printed(cJSON_PrintUnformatted(root.get()));
   const char *out = printed ? printed.get() : "{}";
-  if (g_options.json) {
-    printf("{\"return\":0,\"result\":%s}\n", out);
-  } else {
-    puts(out);
-  }
-  return 0;
+  return print_json_result(out);
 }
 
 // ---- settings -------------------------------------------------------------
@@ -300,8 +279,7 @@ int config_cmd(int, char **) {
     if (scan32(g_vek.data_cache_count, "%d", &count) == 1 && count > 0)
       write_entry_verb(kCountFiles, "set-entry-count", count);
   }
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int set_mode(int argc, char **argv) {
@@ -319,21 +297,11 @@ int set_mode(int argc, char **argv) {
   }
   write_proc_line(kPppoeFilter, "%d", value);
   write_proc_line(kMalnetMode, "%d", value);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
-int enable_c6y_acc(int, char **) {
-  write_proc_line(kKctrl, "enable-c6y-acc");
-  report_result(RESULT_OK, nullptr);
-  return 0;
-}
-
-int disable_c6y_acc(int, char **) {
-  write_proc_line(kKctrl, "disable-c6y-acc");
-  report_result(RESULT_OK, nullptr);
-  return 0;
-}
+int enable_c6y_acc(int, char **) { return write_verb_ok(kKctrl, "enable-c6y-acc"); }
+int disable_c6y_acc(int, char **) { return write_verb_ok(kKctrl, "disable-c6y-acc"); }
 
 // A rule that does not give three numbers is passed over in silence.
 int set_cache_delete_rule(int argc, char **argv) {
@@ -343,16 +311,14 @@ int set_cache_delete_rule(int argc, char **argv) {
     for (const char *const *file = kRuleFiles; *file; file++)
       write_proc_line(*file, "set-delete-rule %d %d %d", id, threshold, timeout);
   }
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 int enable_cache_ttl(int argc, char **argv) {
   int value = 1;
   if (argc > 1) scan32(argv[1], "%d", &value);
   write_proc_line(kDstCtrl, "enable-ttl-delete %d", value != 0 ? 1 : 0);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 // Puts every setting of vek.ini back into the engine and reloads the
@@ -385,8 +351,7 @@ int reset_to_default(int, char **) {
   db_reload_default(kGroupDatabase, nullptr);
   db_reload_default(kAppDatabase, nullptr);
   db_reload_default(kRuleDatabase, nullptr);
-  report_result(RESULT_OK, nullptr);
-  return 0;
+  return report_ok();
 }
 
 // ---- the group --------------------------------------------------------------

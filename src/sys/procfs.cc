@@ -16,21 +16,81 @@
 
 namespace {
 
-// Storage that getline grows as it reads.
-struct LineStorage {
-  char *text = nullptr;
-  size_t capacity = 0;
-  LineStorage() = default;
-  LineStorage(const LineStorage &) = delete;
-  LineStorage &operator=(const LineStorage &) = delete;
-  ~LineStorage() { free(text); }
+// The lines of a control file, read in blocks, never more than
+// CONTROL_FILE_MAX bytes in all. Only the line being looked at is kept.
+class LineReader {
+ public:
+  explicit LineReader(int fd) : fd_(fd) {}
+  LineReader(const LineReader &) = delete;
+  LineReader &operator=(const LineReader &) = delete;
+  ~LineReader() { free(data_); }
+
+  // The next line, newline included (the last line may lack it): 1 with a
+  // line, 0 at the end of the file, -1 when the file runs past the ceiling.
+  int next(const char **text, size_t *length) {
+    size_t scanned = begin_;
+    for (;;) {
+      const void *newline = end_ > scanned ? memchr(data_ + scanned, '\n', end_ - scanned) : nullptr;
+      if (newline || (at_end_ && begin_ < end_)) {
+        size_t stop = newline ? static_cast<size_t>(static_cast<const char *>(newline) - data_) + 1 : end_;
+        *text = data_ + begin_;
+        *length = stop - begin_;
+        begin_ = stop;
+        return 1;
+      }
+      if (at_end_) return 0;
+      // Keep only the unfinished line, at the front, and read on after it.
+      if (begin_ > 0) {
+        memmove(data_, data_ + begin_, end_ - begin_);
+        end_ -= begin_;
+        begin_ = 0;
+      }
+      scanned = end_;
+      int got = fill();
+      if (got < 0) return -1;
+      if (got == 0) at_end_ = true;
+    }
+  }
+
+ private:
+  enum { kBlock = 4096 };
+
+  // One block after what is held: 1 when bytes came, 0 at the end (a read
+  // error, such as a FIFO with nothing to give, ends the file), -1 past the
+  // ceiling or out of memory.
+  int fill() {
+    if (end_ + kBlock > capacity_) {
+      size_t size = capacity_ * 2 > end_ + kBlock ? capacity_ * 2 : end_ + kBlock;
+      char *grown = static_cast<char *>(realloc(data_, size));
+      if (!grown) return -1;
+      data_ = grown;
+      capacity_ = size;
+    }
+    ssize_t n = read(fd_, data_ + end_, kBlock);
+    if (n < 1) return 0;
+    total_ += static_cast<size_t>(n);
+    if (total_ > CONTROL_FILE_MAX) return -1;
+    end_ += static_cast<size_t>(n);
+    return 1;
+  }
+
+  int fd_;
+  char *data_ = nullptr;
+  size_t capacity_ = 0;
+  size_t begin_ = 0;  // where the next line starts
+  size_t end_ = 0;    // end of the bytes held
+  size_t total_ = 0;  // bytes read from the file so far
+  bool at_end_ = false;
 };
 
-// Opens a gateway path. Only copy_file creates files (as fopen's "w" would);
-// control files are never created or truncated.
+// Opens a gateway path, never blocking (a FIFO with no writer opens for
+// reading and reads as empty; with no reader it cannot be opened for
+// writing). Control files and other files alike ignore the flag. Only
+// copy_file creates files (as fopen's "w" would); control files are never
+// created or truncated.
 int open_path(const char *path, int flags) {
   if (!path) return -1;
-  return open(SysPath(path), flags | O_CLOEXEC, 0666);
+  return open(SysPath(path), flags | O_NONBLOCK | O_CLOEXEC, 0666);
 }
 
 bool is_directory(const char *path) {
@@ -88,8 +148,14 @@ int read_proc_file(const char *path, OwnedText *data, int *length) {
   for (;;) {
     ssize_t n = read(fd.get(), chunk, sizeof chunk);
     if (n < 1) break;  // end of file, or an error taken as the end
-    text_buffer_reserve(&buffer, static_cast<unsigned int>(n));
-    text_buffer_append(&buffer, chunk, static_cast<unsigned int>(n));
+    unsigned int count = static_cast<unsigned int>(n);
+    if (buffer.length + count > CONTROL_FILE_MAX) return -1;
+    // Room doubles ahead of the appends, so that a large file is not copied
+    // over once for every chunk.
+    if (buffer.length + count + 1 >= buffer.capacity) {
+      text_buffer_reserve(&buffer, buffer.capacity < 2048 ? 4096 : 2 * buffer.capacity);
+    }
+    text_buffer_append(&buffer, chunk, count);
   }
   unsigned int count = 0;
   OwnedText text = text_buffer_take(&buffer, &count);
@@ -117,22 +183,20 @@ int read_file_into(const char *path, char *buffer, int size) {
 
 int find_record(const char *path, const char *tag, OwnedText *line) {
   if (!path) return 1;
-  File file(fopen(SysPath(path), "re"));
-  if (!file) return 1;
+  Fd fd(open_path(path, O_RDONLY));
+  if (!fd.ok()) return 1;
   if (!tag) return 0;
   const size_t tag_length = strlen(tag);
-  LineStorage storage;
-  ssize_t n;
-  while ((n = getline(&storage.text, &storage.capacity, file.get())) >= 0) {
-    if (static_cast<size_t>(n) < tag_length) continue;
-    if (memcmp(storage.text, tag, tag_length) != 0) continue;
-    if (line) {
-      line->reset(storage.text);
-      storage.text = nullptr;
-    }
+  LineReader reader(fd.get());
+  const char *text;
+  size_t length;
+  int got;
+  while ((got = reader.next(&text, &length)) > 0) {
+    if (length < tag_length || memcmp(text, tag, tag_length) != 0) continue;
+    if (line) *line = str_ndup(text, static_cast<unsigned int>(length));
     return 0;
   }
-  return 0;
+  return got < 0 ? 1 : 0;
 }
 
 int copy_file(const char *destination, const char *source) {

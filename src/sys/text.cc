@@ -24,17 +24,15 @@ void text_buffer_append(TextBuffer *buffer, const void *bytes, unsigned int coun
   buffer->data[buffer->length] = '\0';
 }
 
-void text_buffer_reserve(TextBuffer *buffer, unsigned int count) {
-  if (!buffer || count > UINT_MAX / 2 - buffer->length) return;
-  unsigned int needed = buffer->length + count + 1;
-  if (needed < buffer->capacity) return;
-  unsigned int size = buffer->capacity > UINT_MAX / 2 ? UINT_MAX : buffer->capacity * 2;
-  if (size <= needed) size = needed + 1;
-  char *grown = static_cast<char *>(realloc(buffer->data, size));
-  if (!grown) return;  // append will try its own growth
+int text_buffer_reserve(TextBuffer *buffer, unsigned int capacity) {
+  if (!buffer) return -1;
+  if (capacity <= buffer->capacity) return 0;
+  char *grown = static_cast<char *>(realloc(buffer->data, capacity));
+  if (!grown) return -1;
   if (!buffer->data) grown[0] = '\0';
   buffer->data = grown;
-  buffer->capacity = size;
+  buffer->capacity = capacity;
+  return 0;
 }
 
 void text_buffer_appendf(TextBuffer *buffer, const char *format, ...) {

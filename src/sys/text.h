@@ -15,7 +15,7 @@ using OwnedText = std::unique_ptr<char, FreeDeleter>;
 struct TextBuffer {
   unsigned int capacity = 0;  // bytes allocated
   unsigned int length = 0;    // bytes used, not counting the terminator
-  char *data = nullptr;       // null until the first append; terminated after one
+  char *data = nullptr;       // null until the first append or reserve; then terminated
 
   TextBuffer() = default;
   TextBuffer(const TextBuffer &) = delete;
@@ -27,12 +27,11 @@ struct TextBuffer {
 // Nothing happens for null bytes or a zero count; a failed growth leaves the
 // text as it was.
 void text_buffer_append(TextBuffer *buffer, const void *bytes, unsigned int count);
-// Room for `count` more bytes before the next append, at least doubling the
-// capacity: a reader that collects a large text in small pieces then copies it
-// a few times instead of once per piece (a quadratic cost that a 10 MiB reply
-// makes seconds long). Appends themselves grow as before. Call it right before
-// the append it makes room for; a failed growth changes nothing.
-void text_buffer_reserve(TextBuffer *buffer, unsigned int count);
+// Makes room for `capacity` bytes in all (terminator included) when the
+// buffer has less, for a reader that expects much text: it then grows in a few
+// large steps instead of one per append. 0, or -1 when the memory cannot be
+// had (the buffer stays as it was).
+int text_buffer_reserve(TextBuffer *buffer, unsigned int capacity);
 // Formats into 512 bytes (cut) and appends the text when it is not empty.
 void text_buffer_appendf(TextBuffer *buffer, const char *format, ...)
     __attribute__((format(printf, 2, 3)));

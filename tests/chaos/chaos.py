@@ -34,6 +34,7 @@ import time
 
 RUN_LIMIT = 8.0  # seconds: 3 s for a service that never answers, 1 s of
                  # database retries, and room for a 1 MiB file on a slow CPU
+SANITIZER_STATUS = 86  # how a sanitizer build ends a program on its first report
 SANITIZER_MARKS = (b"AddressSanitizer", b"LeakSanitizer", b"UndefinedBehaviorSanitizer",
                    b"runtime error:")
 
@@ -349,7 +350,7 @@ def main():
                 result_lines = sum(1 for line in out.split(b"\n") if line.startswith(b'{"return":'))
                 if code < 0:
                     problem = "ended by signal %d" % -code
-                elif any(mark in err for mark in SANITIZER_MARKS):
+                elif any(mark in err for mark in SANITIZER_MARKS) or code == SANITIZER_STATUS:
                     problem = "sanitizer report"
                 elif result_lines > 1 and b'{"return":' not in b"".join(words):
                     problem = "%d result lines" % result_lines

@@ -49,7 +49,7 @@ std::string read_text(const std::string &path) {
 }
 
 bool wait_unmounted(const std::string &mp) {
-  for (long deadline = now_ms() + 3000; mounted(mp) && now_ms() < deadline;) usleep(5000);
+  for (long deadline = now_ms() + 10000; mounted(mp) && now_ms() < deadline;) usleep(5000);
   return !mounted(mp);
 }
 
@@ -367,7 +367,7 @@ TEST(SimLifecycle, EndsWithItsOwnerOrWhenKilledAndStartClearsAMountLeft) {
   EXPECT_TRUE(wait_unmounted(mp));
   // The daemon unmounts first and exits a moment later.
   std::string status = gw.sim({"status"}).out;
-  for (long deadline = now_ms() + 3000; status != "stopped\n" && now_ms() < deadline;) {
+  for (long deadline = now_ms() + 10000; status != "stopped\n" && now_ms() < deadline;) {
     usleep(5000);
     status = gw.sim({"status"}).out;
   }

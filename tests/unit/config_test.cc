@@ -1,8 +1,12 @@
 // Where vek.ini is found, and what a loaded record holds.
 #include "config/config.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -31,10 +35,11 @@ class ConfigTest : public ::testing::Test {
     fs::create_directories(fs::path(root_ + path).parent_path());
     std::ofstream(root_ + path) << text;
   }
+  // Loads, and checks that nothing of any file reached standard error.
   int load(const char *exe_dir, const char *explicit_path = nullptr) {
-    testing::internal::CaptureStderr();  // iniparser complains about broken files
+    testing::internal::CaptureStderr();
     int rc = config_load(&config_, exe_dir, explicit_path);
-    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     return rc;
   }
   std::string root_;
@@ -86,12 +91,100 @@ TEST_F(ConfigTest, FileWithoutVekSectionGivesDefaults) {
 
 TEST_F(ConfigTest, BooleanFollowsTheFirstCharacter) {
   const std::pair<const char *, int> cases[] = {{"maybe", 1}, {"no", 0},  {"No", 0}, {"0", 0},
-                                                {"false", 0}, {"yes", 1}, {"1", 1},  {"True", 1}};
+                                                {"false", 0}, {"yes", 1}, {"1", 1},  {"True", 1},
+                                                {"", 1},      {"Fine", 0}};
   for (const auto &[value, expected] : cases) {
     put("/etc/vek/vek.ini", std::string("[vek]\nqos = ") + value + "\n");
     ASSERT_EQ(load("/x"), 0);
     EXPECT_EQ(config_.qos, expected) << value;
   }
+}
+
+TEST_F(ConfigTest, LogLevelConvertsAsTheLibraryDoes) {
+  const std::pair<const char *, int> cases[] = {
+      {"5", 5}, {"0x10", 16}, {"010", 8}, {"-2", -2}, {"7 apples", 7}, {"x", 0}, {"", 0}};
+  for (const auto &[value, expected] : cases) {
+    put("/etc/vek/vek.ini", std::string("[vek]\nlog_level = ") + value + "\n");
+    ASSERT_EQ(load("/x"), 0);
+    EXPECT_EQ(config_.log_level, expected) << value;
+  }
+}
+
+// A section named like a key holds no value: the key keeps its default and the file loads as it
+// would without that section (iniparser's own getters would read the value through a null pointer).
+TEST_F(ConfigTest, SectionNamedLikeAKeyIsNoValue) {
+  const std::string file = "[vek]\nbin = /b\nrun = /r\niam = no\n[logger]\nmax_db_size = 9\n";
+  put("/etc/vek/vek.ini", file);
+  ASSERT_EQ(load("/x"), 0);
+  const tool_config plain = config_;
+  for (const char *section : {"[vek:qos]", "[VEK:IAM]", "[vek:cs]", "[Vek:Log_Level]", "[vek:run]",
+                              "[logger:max_db_size]"}) {
+    put("/etc/vek/vek.ini", std::string(section) + "\n" + file);
+    memset(&config_, 0, sizeof config_);
+    ASSERT_EQ(load("/x"), 0) << section;
+    EXPECT_EQ(memcmp(&config_, &plain, sizeof plain), 0) << section;
+  }
+  put("/etc/vek/vek.ini", "[vek:qos]\n[vek:log_level]\n");
+  ASSERT_EQ(load("/x"), 0);
+  EXPECT_EQ(std::vector<int>({config_.qos, config_.log_level}), std::vector<int>({1, 3}));
+}
+
+// Only a regular file of at most 64 KiB whose path fits 256 bytes is a candidate; anything else
+// is passed over as a missing file is, and the search goes on to the next place.
+TEST_F(ConfigTest, OnlyARegularFileIsACandidate) {
+  const std::string good = "[vek]\nbin = /good\n";
+  // `good` padded with comment lines of 64 bytes to exactly `size` bytes.
+  auto padded_to = [&good](size_t size) {
+    std::string text = good;
+    while (text.size() < size) {
+      size_t line = std::min<size_t>(64, size - text.size());
+      text += line < 2 ? std::string(line, '\n') : "; " + std::string(line - 3, 'c') + "\n";
+    }
+    return text;
+  };
+  const std::string dir255 = "/" + std::string(100, 'a') + "/" + std::string(100, 'b');
+  const std::string cut = dir255 + "/" + std::string(255 - dir255.size() - 1, 'c');  // 255 bytes
+  const struct {
+    const char *name;
+    std::string path;  // where the odd candidate lies
+    bool explicit_path;
+  } cases[] = {
+      {"directory", "/usr/vek/bin/vek.ini", false}, {"directory", "/opt/a.ini", true},
+      {"fifo", "/usr/vek/bin/vek.ini", false},      {"fifo", "/opt/a.ini", true},
+      {"/dev/zero", "/usr/vek/bin/vek.ini", false}, {"/dev/zero", "/opt/a.ini", true},
+      {"/dev/null", "/usr/vek/bin/vek.ini", false}, {"over 64 KiB", "/opt/a.ini", true},
+      {"not ini", "/usr/vek/bin/vek.ini", false},   {"not ini", "/opt/a.ini", true},
+      {"cut path", cut + "-and-more", true},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(std::string(c.name) + " at " + c.path.substr(0, 40));
+    for (const auto &entry : fs::directory_iterator(root_)) fs::remove_all(entry);
+    memset(&config_, 0, sizeof config_);
+    put("/etc/vek/vek.ini", good);
+    const std::string real = root_ + c.path, name = c.name;
+    fs::create_directories(fs::path(real).parent_path());
+    if (name == "directory") {
+      fs::create_directories(real);
+    } else if (name == "fifo") {
+      ASSERT_EQ(mkfifo(real.c_str(), 0600), 0);
+    } else if (name[0] == '/') {
+      ASSERT_EQ(symlink(c.name, real.c_str()), 0);
+    } else if (name == "over 64 KiB") {
+      put(c.path, padded_to(64 * 1024 + 1));
+    } else if (name == "not ini") {
+      put(c.path, "root:$6$secret:19000:0:99999:7:::\ndaemon:*:19000:0:99999:7:::\n");
+    } else {
+      put(c.path, "[vek]\nbin = /long\n");
+      put(cut, "[vek]\nbin = /cut\n");
+    }
+    EXPECT_EQ(load("/usr/vek/bin", c.explicit_path ? c.path.c_str() : nullptr), 0);
+    EXPECT_STREQ(config_.ini_path, "/etc/vek/vek.ini");
+    EXPECT_STREQ(config_.bin, "/good");
+  }
+  // 64 KiB exactly is still a configuration.
+  put("/etc/vek/vek.ini", padded_to(64 * 1024));
+  ASSERT_EQ(load("/x"), 0);
+  EXPECT_STREQ(config_.bin, "/good");
 }
 
 TEST_F(ConfigTest, EveryKeyLandsInItsField) {

@@ -13,7 +13,6 @@
 #include <fstream>
 #include <sstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 // The helpers' write calls, seen at the system-call boundary: this write takes the place of the
@@ -99,31 +98,79 @@ TEST_F(ProcfsTest, WriteDataInPiecesOf128Bytes) {
 }
 
 TEST_F(ProcfsTest, ReadsAFileWhoseSizeSaysZero) {
-  // A FIFO, like a procfs file, reports size 0 and gives its bytes in pieces.
-  std::string content = pattern(300), fifo = root_ + "/proc/vek/stats";
+  // A real procfs file: stat says 0 bytes, and it holds a few hundred.
   put("/proc/vek/x", "");
-  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
-  std::thread writer([&] {
-    int fd = open(fifo.c_str(), O_WRONLY);
-    for (size_t off = 0; fd >= 0 && off < content.size(); off += 100) syscall(SYS_write, fd, &content[off], 100);
-    close(fd);
-  });
+  ASSERT_EQ(symlink("/proc/filesystems", (root_ + "/proc/vek/stats").c_str()), 0);
+  struct stat st;
+  ASSERT_EQ(stat("/proc/filesystems", &st), 0);
+  ASSERT_EQ(st.st_size, 0);
+  std::string content = get("/proc/vek/stats");
+  ASSERT_GT(content.size(), 256u);
   OwnedText data;
   int length = -5;
-  int result = read_proc_file("/proc/vek/stats", &data, &length);
-  if (result != 0) close(open(fifo.c_str(), O_RDONLY));  // let the writer finish
-  writer.join();
-  EXPECT_EQ(result, 0);
-  EXPECT_EQ(length, 300);
+  EXPECT_EQ(read_proc_file("/proc/vek/stats", &data, &length), 0);
+  EXPECT_EQ(length, static_cast<int>(content.size()));
   EXPECT_STREQ(data.get(), content.c_str());
 
   data = str_dup("old");
   EXPECT_EQ(read_proc_file("/proc/vek/absent", &data, &length), -1);
   EXPECT_STREQ(data.get(), "old");
-  EXPECT_EQ(length, 300);
+  EXPECT_EQ(length, static_cast<int>(content.size()));
   EXPECT_EQ(read_proc_file("/proc/vek/x", &data, &length), 0);
   EXPECT_EQ(data, nullptr);
   EXPECT_EQ(length, 0);
+}
+
+// What takes the place of a control file: a FIFO (with nobody at the other end, or with a
+// holder that neither reads nor writes), a device that never ends, or a file past the ceiling.
+TEST_F(ProcfsTest, NoFileBlocksOrGrowsPastTheCeiling) {
+  const std::string record = "u:block_conns:42\n";
+  const std::string at_ceiling = std::string(CONTROL_FILE_MAX - record.size() - 1, 'x') + "\n" + record;
+  const struct {
+    const char *name;
+    int read_result, read_length;  // read_proc_file
+    int find_result;               // find_record for "u:block_conns:"
+    const char *line;              // the record found, or "keep" when the line is left alone
+    int into_result;               // read_file_into a 16-byte buffer
+    int write_result;              // write_proc_line of "clear"
+  } cases[] = {
+      {"fifo", 0, 0, 0, "keep", 0, -1},            // no reader: cannot be opened for writing
+      {"held fifo", 0, 0, 0, "keep", -1, 5},       // nothing to read yet; the verb waits in the pipe
+      {"/dev/zero", -1, 0, 1, "keep", 16, 5},      // gives up at the ceiling
+      {"at ceiling", 0, CONTROL_FILE_MAX, 0, "u:block_conns:42\n", 16, 5},
+      {"past ceiling", -1, 0, 1, "keep", 16, 5},   // the record lies one byte past it
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.name);
+    const std::string path = "/proc/vek/monitor", real = root_ + path;
+    std::string name = c.name;
+    put("/proc/vek/other", "");
+    remove(real.c_str());
+    int holder = -1;
+    if (name == "fifo" || name == "held fifo") {
+      ASSERT_EQ(mkfifo(real.c_str(), 0600), 0);
+      if (name == "held fifo") holder = open(real.c_str(), O_RDWR | O_NONBLOCK);
+    } else if (name == "/dev/zero") {
+      ASSERT_EQ(symlink("/dev/zero", real.c_str()), 0);
+    } else {
+      put(path, name == "at ceiling" ? at_ceiling : "x" + at_ceiling);
+    }
+    OwnedText data;
+    int length = -5;
+    EXPECT_EQ(read_proc_file(path.c_str(), &data, &length), c.read_result);
+    if (c.read_result == 0) {
+      EXPECT_EQ(length, c.read_length);
+    }
+    OwnedText line = str_dup("keep");
+    EXPECT_EQ(find_record(path.c_str(), "u:block_conns:", &line), c.find_result);
+    EXPECT_STREQ(line.get(), c.line);
+    char buffer[16];
+    EXPECT_EQ(read_file_into(path.c_str(), buffer, sizeof buffer), c.into_result);
+    EXPECT_EQ(file_size(path.c_str()), name == "at ceiling" ? CONTROL_FILE_MAX
+                                       : name == "past ceiling" ? CONTROL_FILE_MAX + 1 : 0);
+    EXPECT_EQ(write_proc_line(path.c_str(), "clear"), c.write_result);
+    if (holder >= 0) close(holder);
+  }
 }
 
 TEST_F(ProcfsTest, ReadFileIntoTerminatesTheBuffer) {

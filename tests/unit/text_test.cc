@@ -168,28 +168,3 @@ TEST(Strtok, PositionAfterTheTextEnds) {
 }
 
 }  // namespace
-
-namespace {
-
-// A reader that reserves before each append grows its buffer by doubling: a
-// 10 MiB reply in 1 KiB pieces is copied a few dozen times, not 10240 times.
-TEST(TextBuffer, ReserveGrowsByDoubling) {
-  TextBuffer buffer;
-  std::string expected;
-  std::vector<unsigned int> capacities;
-  std::string piece(1024, 'r');
-  for (int i = 0; i < 10240; i++) {
-    piece[0] = static_cast<char>('a' + i % 26);
-    text_buffer_reserve(&buffer, 1024);
-    text_buffer_append(&buffer, piece.data(), 1024);
-    expected += piece;
-    if (capacities.empty() || capacities.back() != buffer.capacity) capacities.push_back(buffer.capacity);
-  }
-  EXPECT_LE(capacities.size(), 25u);
-  EXPECT_EQ(buffer.length, 10u << 20);
-  ASSERT_NE(buffer.data, nullptr);
-  EXPECT_EQ(std::string(buffer.data, buffer.length), expected);
-  EXPECT_EQ(buffer.data[buffer.length], '\0');
-}
-
-}  // namespace
