@@ -55,8 +55,11 @@ cJSON *queue_entry(const std::string &text, long rate) {
 }
 
 // The queue table [[up entries], [down entries]], each entry [text, rate],
-// grown to the hardware queue count.
+// grown to the hardware queue count. A count past any hardware (a record a
+// test garbled) grows it to 64 at most, so that the engine keeps answering.
 void fit_queues(cJSON *rates, long qnum) {
+  const long kMostQueues = 64;
+  if (qnum > kMostQueues) qnum = kMostQueues;
   while (cJSON_GetArraySize(rates) < 2) cJSON_AddItemToArray(rates, cJSON_CreateArray());
   for (int d = 0; d < 2; d++) {
     cJSON *dir = cJSON_GetArrayItem(rates, d);

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "sys/scan.h"
+
 namespace {
 
 // Returned by a callback to have its word treated as an unknown option.
@@ -76,8 +78,9 @@ int argparse_getvalue(argparse *self, const argparse_option *opt, int flags) {
       case ARGPARSE_OPT_INTEGER: {
         const char *text = take_value_text(self, opt, flags);
         char *end = nullptr;
-        errno = 0;
-        long number = strtol(text, &end, 0);
+        // Held to int as on the 32-bit gateway, whose long is an int: a value
+        // past it is a range error there, not a wrapped number.
+        long number = strtol32(text, &end, 0);
         if (errno == ERANGE) option_error(opt, "numerical result out of range", flags);
         if (*end != '\0') option_error(opt, "expects an integer value", flags);
         *static_cast<int *>(opt->value) = static_cast<int>(number);
@@ -86,8 +89,7 @@ int argparse_getvalue(argparse *self, const argparse_option *opt, int flags) {
       case ARGPARSE_OPT_UINTEGER: {
         const char *text = take_value_text(self, opt, flags);
         char *end = nullptr;
-        errno = 0;
-        unsigned long number = strtoul(text, &end, 0);
+        unsigned long number = strtoul32(text, &end, 0);
         if (errno == ERANGE) option_error(opt, "numerical result out of range", flags);
         if (*end != '\0') option_error(opt, "expects an unsigned integer value", flags);
         *static_cast<unsigned *>(opt->value) = static_cast<unsigned>(number);

@@ -13,6 +13,7 @@
 #include <iniparser.h>
 
 #include "sys/handles.h"
+#include "sys/scan.h"
 #include "sys/shell.h"
 #include "sys/sysroot.h"
 #include "sys/text.h"
@@ -110,11 +111,12 @@ int get_boolean(const dictionary *ini, const char *key, int absent) {
   }
 }
 
-// Base by prefix ("0x" hexadecimal, "0" octal), cut to int.
+// Base by prefix ("0x" hexadecimal, "0" octal), held to int as the 32-bit
+// gateway's strtol holds it (a plain cut would wrap on a 64-bit build).
 int get_int(const dictionary *ini, const char *key, int absent) {
   const char *value = get_value(ini, key);
   if (!value) return absent;
-  return static_cast<int>(strtol(value, nullptr, 0));
+  return static_cast<int>(strtol32(value, nullptr, 0));
 }
 
 // The INI file is written by the installation and trusted, but a value never

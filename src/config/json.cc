@@ -78,9 +78,12 @@ int put(cJSON *node, const char *key, cJSON *value) {
   return JSON_OK;
 }
 
-// A number as the engine's 32-bit ints: toward zero, saturating at the ends,
-// and 0 for what is not a number.
-int32_t to_int32(const cJSON *item) {
+}  // namespace
+
+// Toward zero, held at the ends as the gateway's ARM converts a double (an
+// x86 conversion would give INT32_MIN for anything out of range), and 0 for
+// what is not a number.
+int32_t json_to_int32(const cJSON *item) {
   if (!cJSON_IsNumber(item)) return 0;
   double v = cJSON_GetNumberValue(item);
   if (std::isnan(v)) return 0;
@@ -89,14 +92,12 @@ int32_t to_int32(const cJSON *item) {
   return static_cast<int32_t>(v);
 }
 
-}  // namespace
-
 int json_get_int(const cJSON *node, const char *key, int32_t *value) {
   if (!value) return JSON_BAD_ARGUMENT;
   Member m = find_for_get(node, key);
   if (m.status != JSON_OK) return m.status;
   if (!m.item) return JSON_NO_MEMBER;
-  *value = to_int32(m.item);
+  *value = json_to_int32(m.item);
   return JSON_OK;
 }
 

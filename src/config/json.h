@@ -22,6 +22,10 @@ int json_get_string(const cJSON *node, const char *key, const char **value);
 // Never 10: a missing member is success with a null node.
 int json_get_item(const cJSON *node, const char *key, cJSON **item);
 
+// A number node as the engine's 32-bit int: toward zero, held at the ends of
+// int32, 0 for a node that is no number (or NaN).
+int32_t json_to_int32(const cJSON *item);
+
 // Setters: replace the member in place, or add it (arrays: append). 0 or 1.
 int json_set_int(cJSON *node, const char *key, int32_t value);
 int json_set_string(cJSON *node, const char *key, const char *value);

@@ -48,6 +48,10 @@ int service_receive(int fd, OwnedText *reply, unsigned int *reply_length) {
   while (wait_readable(fd, &budget)) {
     ssize_t n = recv(fd, chunk, sizeof chunk, 0);
     if (n < 1) break;  // the service closed, or the connection failed
+    // Room doubles ahead of the appends, so that a large reply is not copied
+    // over once for every chunk (a 10 MiB reply took 44 s under ASan).
+    if (buffer.length + static_cast<unsigned int>(n) + 1 >= buffer.capacity)
+      text_buffer_reserve(&buffer, buffer.capacity < 2048 ? 4096 : 2 * buffer.capacity);
     text_buffer_append(&buffer, chunk, static_cast<unsigned int>(n));
   }
   unsigned int length = 0;

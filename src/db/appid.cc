@@ -7,6 +7,7 @@
 #include "result.h"
 #include "sys/handles.h"
 #include "sys/procfs.h"
+#include "sys/scan.h"
 #include "sys/sysroot.h"
 
 namespace {
@@ -29,13 +30,13 @@ struct TableDeleter {
 void app_c6y_take_line(app_c6y_table *table, const char *line) {
   int category = 0, flags = 0;
   char name[32];
-  if (sscanf(line, "#%d,%d,%31s", &category, &flags, name) == 3 &&
+  if (scan32(line, "#%d,%d,%31s", &category, &flags, name) == 3 &&
       static_cast<unsigned int>(category) <= APP_C6Y_MAX) {
     table->current_c6y = category;
     return;
   }
   int id = 0;
-  if (sscanf(line, "%d:", &id) == 1 && static_cast<unsigned int>(id) < APP_ID_COUNT) {
+  if (scan32(line, "%d:", &id) == 1 && static_cast<unsigned int>(id) < APP_ID_COUNT) {
     table->c6y[id] = static_cast<uint8_t>(table->current_c6y);
     if (id > table->max_app_id) table->max_app_id = id;
     table->num_app_id++;

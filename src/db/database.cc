@@ -11,6 +11,7 @@
 #include "result.h"
 #include "sys/handles.h"
 #include "sys/procfs.h"
+#include "sys/scan.h"
 #include "sys/shell.h"
 #include "sys/sysroot.h"
 
@@ -54,7 +55,7 @@ bool kernel_ready(const Database &db) {
 bool db_info_parse(const char *text, db_info *info) {
   if (!text) return false;
   db_info parsed = {0, 0, 0};
-  if (sscanf(text, "writable: %d\nsize: %d\nepoch: %llu", &parsed.writable, &parsed.size,
+  if (scan32(text, "writable: %d\nsize: %d\nepoch: %llu", &parsed.writable, &parsed.size,
              &parsed.epoch) != 3)
     return false;
   if (info) *info = parsed;

@@ -1,6 +1,5 @@
 #include "groups/frame.h"
 
-#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -8,6 +7,7 @@
 #include "context.h"
 #include "result.h"
 #include "sys/procfs.h"
+#include "sys/scan.h"
 #include "sys/text.h"
 
 int group_run(const GroupFrame &frame, int argc, char **argv) {
@@ -44,10 +44,7 @@ int wrong_arg_number(int argc) {
 }
 
 int arg_int(const char *text) {
-  long value = strtol(text, nullptr, 10);
-  if (value > INT_MAX) return INT_MAX;
-  if (value < INT_MIN) return INT_MIN;
-  return static_cast<int>(value);
+  return static_cast<int>(strtol32(text, nullptr, 10));
 }
 
 int wrong_arg(int value) {

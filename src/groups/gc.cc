@@ -10,6 +10,7 @@
 #include "result.h"
 #include "sys/mac.h"
 #include "sys/procfs.h"
+#include "sys/scan.h"
 #include "sys/text.h"
 
 namespace {
@@ -31,10 +32,10 @@ int priority_index(const char *name) {
 }
 
 // Offsets need leading digits ("3x" is 3); anything else is refused.
-bool scan_offset(const char *text, int *offset) { return sscanf(text, "%d", offset) == 1; }
+bool scan_offset(const char *text, int *offset) { return scan32(text, "%d", offset) == 1; }
 
 // Minutes and amounts are taken as they come: text that is not a number is 0.
-int plain_number(const char *text) { return static_cast<int>(strtol(text, nullptr, 10)); }
+int plain_number(const char *text) { return arg_int(text); }
 
 // The negated offset wraps as the engine's 32-bit arithmetic does.
 int negated(int offset) { return static_cast<int>(0u - static_cast<unsigned int>(offset)); }

@@ -15,6 +15,7 @@
 #include "result.h"
 #include "sys/mac.h"
 #include "sys/procfs.h"
+#include "sys/scan.h"
 #include "sys/text.h"
 
 namespace {
@@ -57,7 +58,7 @@ bool valid_subnet(const char *text) {
   struct in_addr parsed;
   if (inet_pton(AF_INET, address, &parsed) != 1) return false;
   unsigned char bits = 0;
-  if (sscanf(prefix, "%hhu", &bits) != 1) return false;
+  if (scan32(prefix, "%hhu", &bits) != 1) return false;
   return bits <= 32;
 }
 

@@ -14,6 +14,7 @@
 #include "result.h"
 #include "sys/mac.h"
 #include "sys/procfs.h"
+#include "sys/scan.h"
 #include "sys/text.h"
 
 namespace {
@@ -121,7 +122,7 @@ int get_algo(int, char **) {
   OwnedText line;
   if (!read_record(kQosCtrl, "d:algorithm:", kFileFailures, &line)) return 1;
   int index = 0;
-  if (sscanf(line.get(), "d:algorithm:%d", &index) != 1) {
+  if (scan32(line.get(), "d:algorithm:%d", &index) != 1) {
     return fail("Failed to read file: no algorithm field.");
   }
   // Unsigned, so that a negative number is refused as well.
@@ -141,7 +142,7 @@ int get_qoe_active(int, char **) {
   OwnedText line;
   if (!read_record(kQosCtrl, "j:qoe:", kProcFailures, &line)) return 1;
   int active = 0, profile = 0;
-  if (sscanf(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2) {
+  if (scan32(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2) {
     return fail("Failed to read file: no queue number field.");
   }
   return print_number(active);
@@ -159,7 +160,7 @@ int get_qoe_profile(int, char **) {
   int active = 0, profile = 0;
   // The engine reports 0 to 7; anything else is answered like a record that
   // does not parse rather than read past the list.
-  if (sscanf(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2 ||
+  if (scan32(line.get(), "j:qoe:[%d,%d]", &active, &profile) != 2 ||
       static_cast<unsigned>(profile) >= static_cast<unsigned>(kProfileCount)) {
     report_result(RESULT_FAILED, "Failed to operate proc: %s", line.get());
     return 1;
@@ -184,7 +185,7 @@ int get_qoe_profile_settings(int, char **) {
   OwnedText line;
   if (!read_record(kQoeConfig, "j:pfs:", kFileFailures, &line)) return 1;
   char settings[256];
-  if (sscanf(line.get(), "j:pfs:%255s", settings) != 1) {
+  if (scan32(line.get(), "j:pfs:%255s", settings) != 1) {
     return fail("Failed to read file: no algorithm field.");
   }
   print_result(RESULT_OK, settings);
@@ -284,7 +285,7 @@ int get_hyqos_active(int, char **) {
   OwnedText line;
   if (!read_record(kQosCtrl, "j:hyqos:", kProcFailures, &line)) return 1;
   int active = 0;
-  if (sscanf(line.get(), "j:hyqos:[%d]", &active) != 1) {
+  if (scan32(line.get(), "j:hyqos:[%d]", &active) != 1) {
     report_result(RESULT_FAILED, "Failed to read information from: %s", line.get());
     return 1;
   }
@@ -373,7 +374,7 @@ int get_hw_queue_num(int, char **) {
   OwnedText line;
   if (!read_record(kQosCtrl, "d:qnum:", kFileFailures, &line)) return 1;
   int count = 0;
-  if (sscanf(line.get(), "d:qnum:%d", &count) != 1) {
+  if (scan32(line.get(), "d:qnum:%d", &count) != 1) {
     return fail("Failed to read file: no queue number field.");
   }
   if (count < 0) {

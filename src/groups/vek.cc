@@ -17,6 +17,7 @@
 #include "groups/groups.h"
 #include "result.h"
 #include "sys/procfs.h"
+#include "sys/scan.h"
 #include "sys/shell.h"
 #include "sys/sysroot.h"
 #include "sys/text.h"
@@ -129,7 +130,7 @@ struct SmallFile {
     read_file_into(path, text, sizeof text);
     trim(text);
   }
-  long number() const { return strtol(text, nullptr, 10); }
+  long number() const { return strtol32(text, nullptr, 10); }
 };
 
 void add_record_text(cJSON *object, const char *key, const char *path, const char *tag) {
@@ -144,7 +145,7 @@ unsigned long long database_epoch(const char *info_path) {
   unsigned long long epoch = 0;
   OwnedText text;
   if (read_proc_file(info_path, &text, nullptr) == 0 && text)
-    sscanf(text.get(), "writable: %*d\nsize: %*d\nepoch: %llu", &epoch);
+    scan32(text.get(), "writable: %*d\nsize: %*d\nepoch: %llu", &epoch);
   return epoch;
 }
 
@@ -233,7 +234,7 @@ int get_cache_status(int, char **) {
   if (read_proc_file(kDstCtrl, &text, nullptr) == 0 && text) {
     JsonTree tree(cJSON_Parse(text.get()));
     cJSON *ttl = cJSON_GetObjectItem(tree.get(), "et");
-    if (cJSON_IsNumber(ttl)) enable_ttl = static_cast<int>(cJSON_GetNumberValue(ttl));
+    if (cJSON_IsNumber(ttl)) enable_ttl = json_to_int32(ttl);
     // Room for eight rules; an engine that lists more is not heard beyond them.
     cJSON *list = cJSON_GetObjectItem(tree.get(), "dr");
     int count = cJSON_GetArraySize(list);
@@ -241,7 +242,7 @@ int get_cache_status(int, char **) {
       cJSON *pair = cJSON_GetArrayItem(list, i);
       for (int j = 0; j < 2; j++) {
         cJSON *value = cJSON_GetArrayItem(pair, j);
-        if (cJSON_IsNumber(value)) rules[i][j] = static_cast<int>(cJSON_GetNumberValue(value));
+        if (cJSON_IsNumber(value)) rules[i][j] = json_to_int32(value);
       }
     }
   }
@@ -270,12 +271,12 @@ const char *const kRuleFiles[] = {kFcCtrl, kDstCtrl, kMacCtrl, kConnCtx, nullptr
 
 // Counts come from -f/-d of this command line, not from vek.ini.
 int config_cmd(int, char **) {
-  if (g_vek.flow_count && strtol(g_vek.flow_count, nullptr, 10) > 0)
+  if (g_vek.flow_count && strtol32(g_vek.flow_count, nullptr, 10) > 0)
     write_proc_line(kConnMax, "%s", g_vek.flow_count);
   if (g_vek.data_cache_count) {
     write_proc_line(kDbcfMaxCount, "%s", g_vek.data_cache_count);
     int count = 0;
-    if (sscanf(g_vek.data_cache_count, "%d", &count) == 1 && count > 0)
+    if (scan32(g_vek.data_cache_count, "%d", &count) == 1 && count > 0)
       write_entry_verb(kCountFiles, "set-entry-count", count);
   }
   return report_ok();
@@ -306,7 +307,7 @@ int disable_c6y_acc(int, char **) { return write_verb_ok(kKctrl, "disable-c6y-ac
 int set_cache_delete_rule(int argc, char **argv) {
   for (int i = 1; i < argc; i++) {
     int id = 0, threshold = 0, timeout = 0;
-    if (sscanf(argv[i], "%d,%d,%d", &id, &threshold, &timeout) != 3) continue;
+    if (scan32(argv[i], "%d,%d,%d", &id, &threshold, &timeout) != 3) continue;
     for (const char *const *file = kRuleFiles; *file; file++)
       write_proc_line(*file, "set-delete-rule %d %d %d", id, threshold, timeout);
   }
@@ -315,7 +316,7 @@ int set_cache_delete_rule(int argc, char **argv) {
 
 int enable_cache_ttl(int argc, char **argv) {
   int value = 1;
-  if (argc > 1) sscanf(argv[1], "%d", &value);
+  if (argc > 1) scan32(argv[1], "%d", &value);
   write_proc_line(kDstCtrl, "enable-ttl-delete %d", value != 0 ? 1 : 0);
   return report_ok();
 }
@@ -333,10 +334,10 @@ int reset_to_default(int, char **) {
   write_proc_line(kDbcfMaxCount, "%s", config.max_db_entries);
   write_proc_line(kQosMode, "%s", config.qos_mode);
   int value = 0;
-  if (sscanf(config.max_cache_size, "%d", &value) == 1 && value > 0)
+  if (scan32(config.max_cache_size, "%d", &value) == 1 && value > 0)
     write_entry_verb(kCacheFiles, "set-entry-mbytes", value);
   value = 0;
-  if (sscanf(config.max_db_entries, "%d", &value) == 1 && value > 0)
+  if (scan32(config.max_db_entries, "%d", &value) == 1 && value > 0)
     write_entry_verb(kCacheFiles, "set-entry-count", value);
   if (config.skbmark[0]) {
     char mark[128];
@@ -375,7 +376,7 @@ void apply_options() {
   copy_option(config.max_conn_count, sizeof config.max_conn_count, g_vek.flow_count);
   copy_option(config.max_cache_size, sizeof config.max_cache_size, g_vek.data_cache_count);
   copy_option(config.socket_file, sizeof config.socket_file, g_vek.socket_file);
-  if (g_vek.log_level) config.log_level = static_cast<int32_t>(strtol(g_vek.log_level, nullptr, 10));
+  if (g_vek.log_level) config.log_level = static_cast<int32_t>(strtol32(g_vek.log_level, nullptr, 10));
   copy_option(config.log_file, sizeof config.log_file, g_vek.log);
   apply_switch(&config.qos, g_vek.qos);
   apply_switch(&config.iam, g_vek.iam);

@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "sys/handles.h"
+#include "sys/scan.h"
 #include "sys/shell.h"
 #include "sys/sysroot.h"
 
@@ -239,7 +240,7 @@ int read_queue_number(int *count) {
   OwnedText line;
   if (find_record("/proc/vek/qos_ctrl", "d:qnum:", &line) != 0 || !line) return 1;
   int value = 0;
-  if (sscanf(line.get(), "d:qnum:%d", &value) != 1) return 1;
+  if (scan32(line.get(), "d:qnum:%d", &value) != 1) return 1;
   if (count) *count = value;
   return 0;
 }

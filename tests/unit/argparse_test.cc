@@ -200,6 +200,20 @@ const ParseCase kParseCases[] = {
     {"--up=5k", kIgnore, "", "error: option `--up` expects an unsigned integer value\n", 1},
     {"-u 99999999999999999999999", kIgnore, "",
      "error: option `-u` numerical result out of range\n", 1},
+    // Held to the 32-bit gateway's long: past int is a range error on every
+    // build, never a wrapped value.
+    {"--duration=2147483647", kIgnore, "|duration=2147483647", "", kR},
+    {"--duration=-2147483648", kIgnore, "|duration=-2147483648", "", kR},
+    {"--duration=3000000000", kIgnore, "",
+     "error: option `--duration` numerical result out of range\n", 1},
+    {"--duration=-2147483649", kIgnore, "",
+     "error: option `--duration` numerical result out of range\n", 1},
+    {"--duration=0x100000000", kIgnore, "",
+     "error: option `--duration` numerical result out of range\n", 1},
+    {"--up=4294967295", kIgnore, "|up=4294967295", "", kR},
+    {"--up=-4294967295", kIgnore, "|up=1", "", kR},
+    {"--up=4294967296", kIgnore, "", "error: option `--up` numerical result out of range\n", 1},
+    {"--up=-4294967296", kIgnore, "", "error: option `--up` numerical result out of range\n", 1},
     {"--scale=1.5x", kIgnore, "", "error: option `--scale` expects a numerical value\n", 1},
     {"--scale=1e39", kIgnore, "", "error: option `--scale` numerical result out of range\n", 1},
 };

@@ -222,3 +222,21 @@ TEST_F(ConfigTest, OverlongValueIsCutToItsField) {
 }
 
 }  // namespace
+
+namespace {
+
+// iniparser reads a number as strtol does, base 0; the level is held to int as
+// on the 32-bit gateway instead of wrapping on a 64-bit build.
+TEST_F(ConfigTest, LogLevelIsHeldToInt) {
+  const std::pair<const char *, int> cases[] = {
+      {"5", 5},           {"0x10", 16},          {"010", 8},
+      {"7x", 7},          {"x", 0},              {"3000000000", 2147483647},
+      {"4294967301", 2147483647}, {"-3000000000", -2147483647 - 1}};
+  for (const auto &[value, expected] : cases) {
+    put("/etc/vek/vek.ini", std::string("[vek]\nlog_level = ") + value + "\n");
+    ASSERT_EQ(load("/x"), 0);
+    EXPECT_EQ(config_.log_level, expected) << value;
+  }
+}
+
+}  // namespace

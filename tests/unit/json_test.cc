@@ -91,3 +91,27 @@ TEST(JsonSet, ReplaceInPlaceOrAdd) {
 }
 
 }  // namespace
+
+namespace {
+
+// Engine numbers as the gateway's 32-bit ARM converts them: toward zero and
+// held at the ends of int32, where an x86 conversion gives INT32_MIN.
+TEST(JsonToInt32, HeldAtTheEnds) {
+  struct Case {
+    const char *text;
+    int32_t value;
+  } cases[] = {
+      {"7.9", 7},          {"-7.9", -7},          {"5e9", INT32_MAX},  {"-5e9", INT32_MIN},
+      {"2147483647", INT32_MAX}, {"2147483648", INT32_MAX}, {"-2147483649", INT32_MIN},
+      {"1e400", INT32_MAX},     {"-1e400", INT32_MIN},     {"\"5\"", 0},
+      {"null", 0},             {"[1]", 0},
+  };
+  for (const Case &c : cases) {
+    JsonTree tree(cJSON_Parse(c.text));
+    ASSERT_TRUE(tree) << c.text;
+    EXPECT_EQ(json_to_int32(tree.get()), c.value) << c.text;
+  }
+  EXPECT_EQ(json_to_int32(nullptr), 0);
+}
+
+}  // namespace
