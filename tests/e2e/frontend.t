@@ -77,6 +77,20 @@ The value after -l / --log is looked at again as an option.
   $ vektool mon get-conn-count block -l --json x
   {"return":0,"result":42}
 
+cJSON is opened when a command first needs it: a run that parses no JSON
+works without the library, and one that does ends as the loader would end it.
+
+  $ mkdir badlib; : > badlib/libcjson.so.1; : > root/proc/vek/qoe_config
+  $ LD_LIBRARY_PATH=badlib vektool mon get-conn-count block
+  42
+  $ LD_LIBRARY_PATH=badlib vektool qos set-qoe-profile-settings '[[1,2]]'
+  vektool: error while loading shared libraries: badlib/libcjson.so.1: file too short
+  [127]
+  $ cat root/proc/vek/qoe_config
+  $ vektool qos set-qoe-profile-settings '[[1,2]]'
+  $ cat root/proc/vek/qoe_config
+  60 0 1 2 (no-eol)
+
 The installation is found through the executable's link.
 
   $ rm root/proc/self/exe; ln -s /usr/other/bin/vektool root/proc/self/exe
