@@ -17,7 +17,7 @@
 // dynamic loader ends one: its message on stderr and status 127.
 #include <cjson/cJSON.h>
 #include <dlfcn.h>
-#include <string.h>
+#include <stdio.h>
 #include <unistd.h>
 
 namespace {
@@ -26,18 +26,7 @@ const char kLibrary[] = "libcjson.so.1";
 
 [[noreturn]] void binding_failed() {
   const char *why = dlerror();
-  if (why == nullptr) why = kLibrary;
-  // One write, so that the line reaches a pipe whole.
-  char line[512];
-  const char prefix[] = "vektool: error while loading shared libraries: ";
-  size_t used = sizeof prefix - 1;
-  memcpy(line, prefix, used);
-  size_t why_len = strnlen(why, sizeof line - used - 1);
-  memcpy(line + used, why, why_len);
-  used += why_len;
-  line[used++] = '\n';
-  ssize_t ignored = write(STDERR_FILENO, line, used);
-  (void)ignored;
+  fprintf(stderr, "vektool: error while loading shared libraries: %s\n", why ? why : kLibrary);
   _exit(127);
 }
 
