@@ -9,8 +9,8 @@
 # Bash completion, generated from the same group table the tool dispatches
 # from. A cross build runs the generator under its emulator.
 add_executable(vektool-completion tools/completion.cc)
-target_compile_options(vektool-completion PRIVATE ${VEK_WARNINGS} ${VEK_CODEGEN})
-target_link_libraries(vektool-completion PRIVATE vekcore)
+target_compile_options(vektool-completion PRIVATE ${VEK_CODEGEN})
+target_link_libraries(vektool-completion PRIVATE vekcore vek_warnings)
 add_custom_command(
   OUTPUT ${CMAKE_BINARY_DIR}/vektool.bash
   COMMAND vektool-completion ${CMAKE_BINARY_DIR}/vektool.bash
@@ -39,7 +39,7 @@ install(FILES ${CMAKE_BINARY_DIR}/vektool.bash DESTINATION share/bash-completion
 # build's architecture (amd64, or arm64/armhf from a cross build).
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vektool)
-set(CPACK_PACKAGE_VERSION 1.0.0)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_CONTACT "vektool developers <vektool@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "command-line control tool of the vek traffic-management engine")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
