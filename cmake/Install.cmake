@@ -21,14 +21,17 @@ add_custom_command(
   COMMENT "Generating the bash completion from the command tables")
 add_custom_target(completion ALL DEPENDS ${CMAKE_BINARY_DIR}/vektool.bash)
 
-# The manual page and the changelog, compressed as Debian installs them: -n
-# keeps the name and time stamp of the source out of the gzip header.
+# The manual page (its header names the version of project()) and the
+# changelog, compressed as Debian installs them: -n keeps the name and time
+# stamp of the source out of the gzip header.
+configure_file(doc/vektool.1 ${CMAKE_BINARY_DIR}/vektool.1 @ONLY)
+configure_file(doc/changelog ${CMAKE_BINARY_DIR}/changelog COPYONLY)
 find_program(GZIP_PROGRAM gzip REQUIRED)
 foreach(doc vektool.1 changelog)
   add_custom_command(
     OUTPUT ${CMAKE_BINARY_DIR}/${doc}.gz
-    COMMAND ${GZIP_PROGRAM} -9nc ${CMAKE_CURRENT_SOURCE_DIR}/doc/${doc} > ${CMAKE_BINARY_DIR}/${doc}.gz
-    DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/doc/${doc})
+    COMMAND ${GZIP_PROGRAM} -9nc ${CMAKE_BINARY_DIR}/${doc} > ${CMAKE_BINARY_DIR}/${doc}.gz
+    DEPENDS ${CMAKE_BINARY_DIR}/${doc})
 endforeach()
 add_custom_target(docs ALL DEPENDS ${CMAKE_BINARY_DIR}/vektool.1.gz ${CMAKE_BINARY_DIR}/changelog.gz)
 

@@ -3,6 +3,7 @@ its manual page, completion and documents (a commented vek.ini among the
 examples); the package installs into a scratch root, runs there against the
 simulator, and leaves nothing behind when it is removed.
 
+  $ version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$VEK_BUILD_DIR/CMakeCache.txt")
   $ DESTDIR="$PWD/dest" cmake --install "$VEK_BUILD_DIR" --prefix /usr --strip >/dev/null
   $ cd dest && find . -type f | sort && cd ..
   ./usr/share/bash-completion/completions/vektool
@@ -14,12 +15,13 @@ simulator, and leaves nothing behind when it is removed.
   ./usr/vek/bin/vektool
   $ test -x dest/usr/vek/bin/vektool && cmp dest/usr/share/doc/vektool/examples/vek.ini "$TESTDIR/../../doc/vek.ini"
   $ MANWIDTH=80 man --warnings -l dest/usr/share/man/man1/vektool.1.gz 2>&1 >/dev/null
+  $ MANWIDTH=80 man -l dest/usr/share/man/man1/vektool.1.gz 2>/dev/null | tail -1 | sed "s/  */ /g; s/ $version / VERSION /"
+  vektool VERSION 2026-11-23 VEKTOOL(1)
   $ bash -n dest/usr/share/bash-completion/completions/vektool
 
 The package of this build's architecture carries the project's version in
 its name, its control file and its changelog; nothing in it is a conffile.
 
-  $ version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$VEK_BUILD_DIR/CMakeCache.txt")
   $ out=$PWD/pkg; (cd "$VEK_BUILD_DIR" && umask 022 && cpack -G DEB -B "$out") >cpack.log 2>&1 || cat cpack.log
   $ deb=$(ls pkg/*.deb) && echo "$deb" | sed "s/_${version}_$(dpkg --print-architecture)\.deb$/_VERSION_ARCH.deb/"
   pkg/vektool_VERSION_ARCH.deb
