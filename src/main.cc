@@ -50,17 +50,14 @@ void prescan(int argc, char **argv) {
 
 // The result line is the caller's answer: one that could not be written (a
 // full disk, a closed descriptor) is a failure, not the command's status.
-// What is still buffered is written here; a print that failed earlier has
-// set the stream's error flag, and its reason is the last one recorded
-// unless the final write gives one of its own.
+// fclose writes what is still buffered and closes the descriptor, and tells
+// of a failure of either; a print that failed earlier has set the stream's
+// error flag, and its reason is the last one recorded unless the final write
+// gives one of its own.
 int finish_output(int status) {
   int reason = errno;
   bool failed = ferror(stdout) != 0;
-  if (fflush(stdout) != 0) {
-    failed = true;
-    reason = errno;
-  }
-  if (fclose(stdout) != 0 && !failed) {
+  if (fclose(stdout) != 0) {
     failed = true;
     reason = errno;
   }
