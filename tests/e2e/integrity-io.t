@@ -106,6 +106,16 @@ keeps ignoring write errors.
   vektool mon -h >&-
   [exit 0]
 
+A load's byte count is its only sign of success: the image is in the engine,
+but a caller that cannot be told so is told of the failure.
+
+  $ head -c 1000 /dev/urandom > "$R/tmp/new.xdb"
+  $ vektool xdn load -f /tmp/new.xdb --json >/dev/full; echo "[exit $?]"
+  vektool: write error: No space left on device
+  [exit 1]
+  $ vektool xdn get
+  {"return":0,"info":{"writable":0,"size":1000,"epoch":1700000001}}
+
 A service socket path that does not fit a socket address whole is never cut
 to one that might name another socket: it is an unreachable service (code
 53). Here the path with the sysroot is 108 bytes and its first 107 name the
