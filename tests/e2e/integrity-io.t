@@ -66,7 +66,9 @@ topology). The secret is a root file of mode 0600.
 A result line that cannot be written (a full device, a closed standard
 output) is an error: exit status 1 and the reason on standard error. The
 command still did its work. A command that prints nothing succeeds, and help
-keeps ignoring write errors.
+keeps ignoring write errors. A closed standard output (and input) reaches the
+programs the tool runs as /dev/null, read-only: vek start's control program,
+whose errors go to our standard output, still runs.
 
   $ cases <<'EOF'
   > xdn get --json >/dev/full
@@ -75,6 +77,7 @@ keeps ignoring write errors.
   > mon clear-conn-count --json >/dev/full
   > mon clear-conn-count >/dev/full
   > mon clear-conn-count >&-
+  > vek start >&- <&-
   > nosuch get --json x >/dev/full
   > mon --help >/dev/full
   > mon -h >&-
@@ -98,6 +101,9 @@ keeps ignoring write errors.
   vektool mon clear-conn-count >&-
   [exit 0]
     write /proc/vek/monitor clear
+  vektool vek start >&- <&-
+  [exit 0]
+    run vekctl vek on --wan eth0 --lan br0
   vektool nosuch get --json x >/dev/full
   vektool: write error: No space left on device
   [exit 1]
@@ -118,15 +124,14 @@ but a caller that cannot be told so is told of the failure.
 
 A service socket path that does not fit a socket address whole is never cut
 to one that might name another socket: it is an unreachable service (code
-53). Here the path with the sysroot is 108 bytes and its first 107 name the
-service; at 107 bytes it fits and is asked.
+53). Here the path with the sysroot is 108 bytes, and both it and its first
+107 bytes name the service; at 107 bytes it fits and is asked.
 
   $ long_run() { printf '/var/run/%0*d' $(( $1 - ${#R} - 18 )) 0; }
   $ for size in 108 107; do
   >   run=$(long_run $size) && mkdir -p "$R$run" && echo "-- $size: $(printf %s "$R$run/vek.sock" | wc -c)"
   >   sed "s|^run = .*|run = $run|" "$R/usr/vek/bin/vek.ini" > "$R/tmp/long.ini"
-  >   if [ $size = 108 ]; then touch "$R$run/vek.sock"; ln -s "$R/var/run/vek/vek.sock" "$R$run/vek.soc"; fi
-  >   if [ $size = 107 ]; then ln -s "$R/var/run/vek/vek.sock" "$R$run/vek.sock"; fi
+  >   ln -s "$R/var/run/vek/vek.sock" "$R$run/vek.sock" && ln -s "$R/var/run/vek/vek.sock" "$R$run/vek.soc"
   >   vektool cloud get -i /tmp/long.ini
   >   vektool diag get --json -i /tmp/long.ini
   > done
