@@ -175,7 +175,9 @@ int read_proc_file(const char *path, OwnedText *data, int *length) {
 
 int read_daemon_file(const char *path, OwnedText *data, int *length) {
   const char *slash = path && path[0] == '/' ? strrchr(path, '/') : nullptr;
-  if (!slash || slash == path || slash[1] == '\0') return -1;
+  // A directory and a name: "/tmp/bs/bs.json". An empty name ("/tmp/bs/") is
+  // one that openat does not find.
+  if (!slash || slash == path) return -1;
   char dir[256];
   size_t dir_length = static_cast<size_t>(slash - path);
   if (dir_length >= sizeof dir) return -1;
