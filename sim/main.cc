@@ -46,7 +46,8 @@ const char *const kUsage =
     "  reply METHOD [TEXT]                   the service's reply to a method\n"
     "  kernel normal|busy|reject|reject-once [grpxdb|sidxdb|xr]\n"
     "  exe TARGET                            where /proc/self/exe points\n"
-    "  tz OFFSET                             what `date +%z` prints\n"
+    "  tz OFFSET [MIB|forever]               what `date +%z` prints: the offset line, then MIB\n"
+    "                                        MiB of line ends, or the offset line without end\n"
     "  journal [--clear]                     print (or empty) the journal\n";
 
 int fail(const char *format, ...) __attribute__((format(printf, 1, 2)));
@@ -351,8 +352,12 @@ int cmd_exe(const SimRoot &r, const std::vector<std::string> &args) {
 }
 
 int cmd_tz(const SimRoot &r, const std::vector<std::string> &args) {
-  if (args.size() != 1) return usage_error();
-  return write_file(r.sim() + "/tz", args[0] + "\n") ? 0 : fail("cannot set the offset");
+  if (args.empty() || args.size() > 2 || split_words(args[0]).size() != 1) return usage_error();
+  long mib = 0;
+  if (args.size() == 2 && args[1] != "forever" && !(parse_int(args[1], &mib) && mib >= 0))
+    return fail("tz: %s is neither a number of MiB nor forever", args[1].c_str());
+  std::string text = args[0] + (args.size() == 2 ? " " + args[1] : "") + "\n";
+  return write_file(r.sim() + "/tz", text) ? 0 : fail("cannot set the offset");
 }
 
 int cmd_journal(const SimRoot &r, const std::vector<std::string> &args) {

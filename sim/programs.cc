@@ -40,6 +40,22 @@ void dt_srv(const SimRoot &r) {
   if (!path_exists(topo)) write_file(topo, kTopology);
 }
 
+// `date +%z`: the scenario's offset line, then its flood. A write that fails
+// (the reader went away) ends the output, as it ends `yes`.
+void date_offset(const SimRoot &r) {
+  DateOutput out = date_output(r);
+  std::string line = out.offset + "\n";
+  if (out.forever) {
+    while (fputs(line.c_str(), stdout) >= 0) {
+    }
+    return;
+  }
+  fputs(line.c_str(), stdout);
+  const std::string mib(1 << 20, '\n');
+  for (long i = 0; i < out.flood_mib; i++)
+    if (fwrite(mib.data(), 1, mib.size(), stdout) != mib.size()) return;
+}
+
 void killall(const SimRoot &r, const std::vector<std::string> &args) {
   for (const std::string &name : args)
     if (!name.empty() && name[0] != '-') process_stop(r, name);
@@ -63,7 +79,7 @@ int run_program(const SimRoot &r, const std::string &name, const std::vector<std
     if (name == "killall") killall(r, args);
     if (name == "date") {
       if (args.size() == 1 && args[0] == "+%z") {
-        printf("%s\n", tz_offset(r).c_str());
+        date_offset(r);
       } else {
         // Anything else is the system's date.
         fflush(stdout);

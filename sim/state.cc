@@ -115,10 +115,19 @@ std::string service_reply_path(const SimRoot &r, const std::string &method) {
   return r.sim() + "/service/" + method;
 }
 
-std::string tz_offset(const SimRoot &r) {
+// R/.sim/tz holds "OFFSET [MIB|forever]".
+DateOutput date_output(const SimRoot &r) {
+  DateOutput out;
   std::string text;
-  if (read_file(r.sim() + "/tz", &text) && !trim(text).empty()) return trim(text);
-  return "+0800";
+  if (!read_file(r.sim() + "/tz", &text)) return out;
+  std::vector<std::string> words = split_words(text);
+  if (words.empty()) return out;
+  out.offset = words[0];
+  if (words.size() > 1) {
+    out.forever = words[1] == "forever";
+    if (!out.forever && !parse_int(words[1], &out.flood_mib)) out.flood_mib = 0;
+  }
+  return out;
 }
 
 std::string ini_path(const SimRoot &r) { return r.host("/usr/vek/bin/vek.ini"); }

@@ -40,8 +40,15 @@ ServiceMode service_mode(const SimRoot &r);
 bool is_service_mode(const std::string &mode);
 std::string service_reply_path(const SimRoot &r, const std::string &method);
 
-// The time-zone offset the simulated `date +%z` prints.
-std::string tz_offset(const SimRoot &r);
+// What the simulated `date +%z` prints: the offset and a line end, then
+// `flood_mib` MiB of line ends; or, `forever`, the offset line again and again
+// (as `yes OFFSET` would) until its reader goes away.
+struct DateOutput {
+  std::string offset = "+0800";
+  long flood_mib = 0;
+  bool forever = false;
+};
+DateOutput date_output(const SimRoot &r);
 
 // A key of vek.ini, as the installation wrote it ("" when absent).
 std::string ini_value(const SimRoot &r, const std::string &section, const std::string &key);

@@ -3,6 +3,7 @@
 // one command group. The exit status is the group's result.
 #include <libgen.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -47,9 +48,25 @@ void prescan(int argc, char **argv) {
   }
 }
 
-}  // namespace
+// The result line is the caller's answer: one that could not be written (a
+// full disk, a closed descriptor) is a failure, not the command's status.
+// fclose writes what is still buffered and closes the descriptor, and tells
+// of a failure of either; a print that failed earlier has set the stream's
+// error flag, and its reason is the last one recorded unless the final write
+// gives one of its own.
+int finish_output(int status) {
+  int reason = errno;
+  bool failed = ferror(stdout) != 0;
+  if (fclose(stdout) != 0) {
+    failed = true;
+    reason = errno;
+  }
+  if (!failed) return status;
+  fprintf(stderr, "vektool: write error: %s\n", strerror(reason != 0 ? reason : EIO));
+  return 1;
+}
 
-int main(int argc, char **argv) {
+int run(int argc, char **argv) {
   memset(&g_context, 0, sizeof g_context);
   memset(&g_options, 0, sizeof g_options);
 
@@ -76,4 +93,13 @@ int main(int argc, char **argv) {
   }
   report_result(RESULT_UNKNOWN_GROUP, nullptr);
   return -1;
+}
+
+}  // namespace
+
+// Help leaves through exit() in the option parser and keeps ignoring write
+// errors; every other run comes back here.
+int main(int argc, char **argv) {
+  keep_standard_descriptors();
+  return finish_output(run(argc, argv));
 }

@@ -5,7 +5,6 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstring>
 
 #include "sys/handles.h"
@@ -25,16 +24,6 @@ bool wait_readable(int fd, struct timeval *timeout) {
   FD_SET(fd, &readable);
   return select(fd + 1, &readable, nullptr, nullptr, timeout) > 0 && FD_ISSET(fd, &readable);
 }
-
-// The address as the engine's own clients fill it: the path in the path
-// field and a length of the path plus the family field, not the size of the
-// whole structure. The storage is as large as any socket address, so that the
-// kernel never reads past it whatever length a long path gives; a length
-// beyond that is refused by connect itself.
-union UnixAddress {
-  struct sockaddr_un un;
-  struct sockaddr_storage storage;
-};
 
 }  // namespace
 
@@ -67,14 +56,21 @@ int service_request(const char *socket_path, const char *request, size_t length,
   SysPath path(socket_path);
   if (access(path, F_OK) != 0) return SERVICE_NO_SOCKET;
 
+  // A path cut to fit the address could name another socket: one that does
+  // not fit whole, terminator included, is never connected to.
+  struct sockaddr_un address;
+  const size_t path_length = strlen(path.c_str());
+  if (path_length >= sizeof address.sun_path) return SERVICE_NO_CONNECT;
+
   Fd fd(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
   if (!fd.ok()) return SERVICE_NO_FD;
 
-  UnixAddress address;
+  // As the engine's own clients fill it: the length is that of the path plus
+  // the family field, not the size of the whole structure.
   memset(&address, 0, sizeof address);
-  address.un.sun_family = AF_UNIX;
-  snprintf(address.un.sun_path, sizeof address.un.sun_path, "%s", path.c_str());
-  socklen_t address_length = static_cast<socklen_t>(strlen(path.c_str()) + sizeof address.un.sun_family);
+  address.sun_family = AF_UNIX;
+  memcpy(address.sun_path, path.c_str(), path_length);
+  socklen_t address_length = static_cast<socklen_t>(path_length + sizeof address.sun_family);
   if (connect(fd.get(), reinterpret_cast<struct sockaddr *>(&address), address_length) != 0)
     return SERVICE_NO_CONNECT;
 

@@ -11,7 +11,7 @@ enum {
   SERVICE_OK = 0,          // sent; the reply (possibly none) is in the out-values
   SERVICE_NO_SOCKET = 1,   // the socket path does not exist
   SERVICE_NO_FD = 2,       // socket() failed
-  SERVICE_NO_CONNECT = 3,  // connect() failed
+  SERVICE_NO_CONNECT = 3,  // connect() failed, or the path does not fit a socket address
   SERVICE_SHORT_SEND = 4,  // a send() sent less than its chunk
   SERVICE_NO_MEMORY = 6,   // the receive step could not allocate its buffer
 };

@@ -48,7 +48,7 @@ int dt_get(int, char **) {
   int status = 0;
   OwnedText topology;
   if (running) {
-    status = read_proc_file(kTopologyFile, &topology, nullptr);
+    status = read_daemon_file(kTopologyFile, &topology, nullptr);
     trim(topology.get());
   }
   TextBuffer answer;

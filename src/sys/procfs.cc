@@ -139,14 +139,15 @@ int write_proc_data(const char *path, const void *data, int length) {
   return total;
 }
 
-int read_proc_file(const char *path, OwnedText *data, int *length) {
-  Fd fd(open_path(path, O_RDONLY));
-  if (!fd.ok()) return -1;
+namespace {
+
+// The rest of an open file, as read_proc_file hands it out.
+int read_whole(int fd, OwnedText *data, int *length) {
   // procfs reports a size of 0: read until the end, whatever stat says.
   TextBuffer buffer;
   char chunk[128];
   for (;;) {
-    ssize_t n = read(fd.get(), chunk, sizeof chunk);
+    ssize_t n = read(fd, chunk, sizeof chunk);
     if (n < 1) break;  // end of file, or an error taken as the end
     unsigned int count = static_cast<unsigned int>(n);
     if (buffer.length + count > CONTROL_FILE_MAX) return -1;
@@ -162,6 +163,36 @@ int read_proc_file(const char *path, OwnedText *data, int *length) {
   if (data) *data = std::move(text);
   if (length) *length = static_cast<int>(count);
   return 0;
+}
+
+}  // namespace
+
+int read_proc_file(const char *path, OwnedText *data, int *length) {
+  Fd fd(open_path(path, O_RDONLY));
+  if (!fd.ok()) return -1;
+  return read_whole(fd.get(), data, length);
+}
+
+int read_daemon_file(const char *path, OwnedText *data, int *length) {
+  const char *slash = path && path[0] == '/' ? strrchr(path, '/') : nullptr;
+  // A directory and a name: "/tmp/bs/bs.json". An empty name ("/tmp/bs/") is
+  // one that openat does not find.
+  if (!slash || slash == path) return -1;
+  char dir[256];
+  size_t dir_length = static_cast<size_t>(slash - path);
+  if (dir_length >= sizeof dir) return -1;
+  memcpy(dir, path, dir_length);
+  dir[dir_length] = '\0';
+  // Anyone may create or replace the directory or the file: a link in either
+  // place is refused, and so is anything but a regular file of one name (a
+  // FIFO, which must not hold the tool, or a hard link to another file).
+  Fd directory(open(SysPath(dir), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  if (!directory.ok()) return -1;
+  Fd fd(openat(directory.get(), slash + 1, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (!fd.ok()) return -1;
+  struct stat st;
+  if (fstat(fd.get(), &st) != 0 || !S_ISREG(st.st_mode) || st.st_nlink != 1) return -1;
+  return read_whole(fd.get(), data, length);
 }
 
 int read_file_into(const char *path, char *buffer, int size) {

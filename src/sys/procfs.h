@@ -24,6 +24,11 @@ int write_proc_data(const char *path, const void *data, int length);
 // stays null for an empty file), -1 when not or when it holds more than
 // CONTROL_FILE_MAX bytes (the outputs are left alone).
 int read_proc_file(const char *path, OwnedText *data, int *length);
+// The same for a file a daemon keeps in a world-writable place ("/tmp/bs/
+// bs.json"): its directory and the file itself are opened without following
+// links, and only a regular file that has no other name is read. Anything
+// else reads as a missing file (-1).
+int read_daemon_file(const char *path, OwnedText *data, int *length);
 // One read of up to `size` bytes; the buffer is always terminated. Count or -1.
 int read_file_into(const char *path, char *buffer, int size);
 // First line beginning with `tag`, newline included. 1 when the file cannot be

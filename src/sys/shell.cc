@@ -102,17 +102,14 @@ OwnedText run_command_capture(int flags, const char *command) {
   fflush(stdout);
   Pipe pipe(popen(command, "r"));
   if (!pipe.stream) return OwnedText();
-  // The line array is zeroed once and appended whole after every line, so
-  // each block carries its line's terminator: the text reads as the first
-  // line of the output. Callers use this for one-line answers only.
+  // Callers take one-line answers: the first line is all that is read, and
+  // closing the pipe then tells a program that goes on printing to stop (it
+  // gets SIGPIPE), so that neither memory nor time depends on what it prints.
   char line[512];
-  memset(line, 0, sizeof line);
-  TextBuffer output;
-  while (fgets(line, sizeof line, pipe.stream)) text_buffer_append(&output, line, sizeof line);
+  if (!fgets(line, sizeof line, pipe.stream)) line[0] = '\0';
   pipe.close();
   if (flags & CAPTURE_DISCARD) return OwnedText();
-  if (!output.data) return str_dup("");
-  return str_ndup(output.data, output.length);
+  return str_dup(line);
 }
 
 namespace {

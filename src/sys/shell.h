@@ -19,10 +19,13 @@ long find_pid_by_name(const char *name);
 // the wait status shifted right by 8 bits; 0 for a null format.
 int run_command(const char *format, ...) __attribute__((format(printf, 1, 2)));
 enum { CAPTURE_DISCARD = 1 };
-// Runs the command with its standard output read through a pipe. Returns the
-// first line of the output (see shell.cc), or null when discarded or the pipe
-// could not be opened. A command that prints nothing gives an empty text, not
-// null: callers that pass the text on test for both.
+// Runs the command with its standard output read through a pipe, up to the
+// end of its first line; then the pipe is closed and the shell reaped, so a
+// command that prints more is stopped by SIGPIPE. Returns that line as fgets
+// gives it (at most 511 characters, its line end included; up to a NUL byte
+// in it), or null when discarded or the pipe could not be opened. A command
+// that prints nothing gives an empty text, not null: callers that pass the
+// text on test for both.
 OwnedText run_command_capture(int flags, const char *command);
 
 // Writes `word` into `out` as one shell word: unchanged when it holds only

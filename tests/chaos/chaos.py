@@ -7,7 +7,8 @@ group's own tables: every group, command and option, with odd, huge, binary,
 empty and shell-laden arguments. Between them the scene changes: control
 files missing, empty, garbage, 1 MiB or NUL-laden, unreadable; a busy or
 rejecting database module; a slow, silent, hanging-up, resetting or 10 MiB
-service; failing programs; stopped processes; a broken vek.ini.
+service; failing programs, and a date that floods or never stops; stopped
+processes; a broken vek.ini.
 
 Every run must end by itself within its time, by exit and never by a signal,
 with nothing reported by the sanitizers, with at most one result line, and
@@ -261,6 +262,8 @@ class Chaos:
             return [(["reply", method], data)]
         if r < 0.9:
             program = self.rng.choice(["vekctl", "veklog", "dt_srv", "killall", "date"])
+            if program == "date" and self.rng.random() < 0.5:  # 3 MiB after the offset, or no end
+                return [(["tz", "+0800", self.rng.choice(["3", "forever"])], None)]
             status = self.rng.choice(["0", "1", "2", "127", "255"])
             return [(["exit", program, status] + self.rng.choice([[], ["oops"]]), None)]
         if r < 0.96:

@@ -173,6 +173,31 @@ TEST_F(ProcfsTest, NoFileBlocksOrGrowsPastTheCeiling) {
   }
 }
 
+// Links, FIFOs and the like in place of a daemon file are in tests/e2e/integrity-io.t; here the
+// paths it is given and the ceiling it shares with control files.
+TEST_F(ProcfsTest, DaemonFileIsARegularFileWithinTheCeiling) {
+  put("/tmp/bs/bs.json", "{}\n");
+  put("/tmp/big/at", std::string(CONTROL_FILE_MAX, 'x'));
+  put("/tmp/big/past", std::string(CONTROL_FILE_MAX + 1, 'x'));
+  const std::string fits = "/tmp/" + std::string(250, 'd') + "/f", past = "/tmp/" + std::string(251, 'd') + "/f";
+  put(fits, "fits");  // the directory's name is kept in 256 bytes
+  put(past, "past");
+  const struct { const char *name; const char *path; int result, length; } cases[] = {
+      {"file", "/tmp/bs/bs.json", 0, 3},  {"at ceiling", "/tmp/big/at", 0, CONTROL_FILE_MAX},
+      {"past ceiling", "/tmp/big/past", -1, -5}, {"missing", "/tmp/bs/none.json", -1, -5},
+      {"directory", "/tmp/bs/", -1, -5},  {"relative", "tmp/bs/bs.json", -1, -5},
+      {"no directory", "/bs.json", -1, -5}, {"null", nullptr, -1, -5},
+      {"directory of 255", fits.c_str(), 0, 4}, {"directory of 256", past.c_str(), -1, -5}};
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.name);
+    OwnedText data;
+    int length = -5;
+    EXPECT_EQ(read_daemon_file(c.path, &data, &length), c.result);
+    EXPECT_EQ(length, c.length);
+    EXPECT_EQ(data == nullptr, c.result != 0);
+  }
+}
+
 TEST_F(ProcfsTest, ReadFileIntoTerminatesTheBuffer) {
   // File size (-1: no file), result and text length for a 16-byte buffer.
   const struct { int file_bytes, result, text_length; } cases[] = {{40, 16, 15}, {15, 15, 15}, {0, 0, 0}, {-1, -1, 0}};

@@ -111,7 +111,8 @@ TEST_F(ShellTest, CaptureReadsTheFirstLineOnly) {
   const struct { const char *command; std::string text; } cases[] = {
       {"printf '+0800\\n'", "+0800\n"}, {"printf 'one\\ntwo\\nthree\\n'", "one\n"},
       {"printf 'a\\nlonger line\\n'", "a\n"}, {"printf abc", "abc"}, {"true", ""},
-      {"printf 'x%.0s' $(seq 600)", std::string(511, 'x')}};
+      {"printf 'x%.0s' $(seq 600)", std::string(511, 'x')}, {"printf 'a\\0b\\nc\\n'", "a"},
+      {"yes", "y\n"}};  // the pipe closes after the first line: yes ends by SIGPIPE
   for (const auto &c : cases) {
     OwnedText text = run_command_capture(0, c.command);
     ASSERT_NE(text, nullptr) << c.command;
