@@ -88,6 +88,9 @@ void temp_name(char *out, size_t size, const char *name) {
   snprintf(out, size, "%s%ld-%s", prefix, static_cast<long>(getpid()), suffix);
 }
 
+// Directories are read with readdir64: on a 32-bit build readdir gives up
+// (EOVERFLOW) on file systems whose entries carry 64-bit offsets or inodes.
+
 // Removes the named temporary files of `name` whose process is gone (killed
 // before it could remove them).
 void sweep_stale(int dir_fd, const char *name) {
@@ -101,7 +104,7 @@ void sweep_stale(int dir_fd, const char *name) {
     close(fd);
     return;
   }
-  while (struct dirent *entry = readdir(dir.get())) {
+  while (struct dirent64 *entry = readdir64(dir.get())) {
     const char *rest = entry->d_name;
     if (strncmp(rest, prefix, prefix_length) != 0) continue;
     rest += prefix_length;
@@ -126,7 +129,7 @@ bool remove_directory(int dir_fd, const char *name, int depth) {
     close(fd);
     return false;
   }
-  while (struct dirent *entry = readdir(dir.get())) {
+  while (struct dirent64 *entry = readdir64(dir.get())) {
     if (strcmp(entry->d_name, ".") == 0 || strcmp(entry->d_name, "..") == 0) continue;
     if (unlinkat(fd, entry->d_name, 0) != 0 && errno == EISDIR) remove_directory(fd, entry->d_name, depth + 1);
   }
