@@ -16,10 +16,10 @@ bool in_open_directory(const char *path) {
   char dir[SYSROOT_PATH_MAX];
   snprintf(dir, sizeof dir, "%s", path);
   char *slash = strrchr(dir, '/');
-  if (!slash) {
-    snprintf(dir, sizeof dir, ".");
+  if (slash) {
+    slash[1] = '\0';  // "/tmp/", or "/"
   } else {
-    slash[slash == dir ? 1 : 0] = '\0';
+    snprintf(dir, sizeof dir, ".");
   }
   struct stat st;
   return stat(dir, &st) == 0 && (st.st_mode & S_IWOTH);

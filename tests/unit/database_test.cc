@@ -93,6 +93,9 @@ TEST_F(ImportTest, StreamsTheImageAfterTheSize) {
   EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_import"), image);
   EXPECT_TRUE(kept.commit());  // the same blocks went to the file kept
   EXPECT_EQ(get("/kept.xdb"), image);
+  put("/one.xdb", "1");  // the smallest image is one byte
+  EXPECT_EQ(db_import(kGroupDatabase, "/one.xdb"), 71);
+  EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_size"), std::string("\x01\x00\x00\x00", 4));
 }
 
 TEST_F(ImportTest, GivesUpAfterTenLooksAtABusyKernel) {

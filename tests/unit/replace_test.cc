@@ -163,12 +163,14 @@ TEST_F(ReplaceTest, AnEndSignalRemovesTheNamedTemp) {
     Replacement next("/var/app.id", false);
     EXPECT_NE(handler(SIGTERM), SIG_DFL);
     EXPECT_EQ(handler(SIGHUP), SIG_IGN);
+    EXPECT_EQ(handler(SIGXFSZ), SIG_IGN);
     next.write("whole", 5);
     EXPECT_TRUE(next.commit());
     EXPECT_EQ(handler(SIGTERM), SIG_DFL);
   }
-  signal(SIGHUP, SIG_DFL);
   EXPECT_EQ(get("/var/app.id"), "whole");
+  EXPECT_EQ(handler(SIGXFSZ), SIG_DFL);
+  signal(SIGHUP, SIG_DFL);
 }
 
 TEST_F(ReplaceTest, AFailedCopyLeavesTheOldFile) {
