@@ -16,6 +16,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <memory>
 #include <thread>
 
@@ -126,6 +127,13 @@ bool is_image_stream(const std::string &gpath) {
 int fs_write(const char *path, const char *buf, size_t size, off_t, struct fuse_file_info *) {
   const SimRoot &r = sim_root();
   std::string gpath = gateway_path(path);
+  // A slow engine: callers that race over an import overlap for certain.
+  if (is_image_stream(gpath) || gpath == "/proc/vek/pc_rule_import") {
+    long ms = import_delay_ms(r);
+    struct timespec pause = {ms / 1000, (ms % 1000) * 1000000};
+    while (ms > 0 && nanosleep(&pause, &pause) != 0 && errno == EINTR) {
+    }
+  }
   // Each write() call is one verb: journal it as it came, then let the
   // engine act on it.
   if (is_image_stream(gpath))

@@ -45,6 +45,8 @@ const char *const kUsage =
     "  service normal|silent|slow|pieces|close|reset|down [MS]\n"
     "  reply METHOD [TEXT]                   the service's reply to a method\n"
     "  kernel normal|busy|reject|reject-once [grpxdb|sidxdb|xr]\n"
+    "  slow MS                               each write of an image or a rule set takes MS more\n"
+    "  image grpxdb|sidxdb|xr                print the bytes the module holds\n"
     "  exe TARGET                            where /proc/self/exe points\n"
     "  tz OFFSET [MIB|forever]               what `date +%z` prints: the offset line, then MIB\n"
     "                                        MiB of line ends, or the offset line without end\n"
@@ -342,6 +344,21 @@ int cmd_kernel(const SimRoot &r, const std::vector<std::string> &args) {
   return 0;
 }
 
+int cmd_slow(const SimRoot &r, const std::vector<std::string> &args) {
+  long ms = 0;
+  if (args.size() != 1) return usage_error();
+  if (!parse_int(args[0], &ms) || ms < 0) return fail("bad milliseconds: %s", args[0].c_str());
+  return write_file(slow_path(r), args[0] + "\n") ? 0 : fail("cannot set the delay");
+}
+
+int cmd_image(const SimRoot &r, const std::vector<std::string> &args) {
+  const Database *db = args.size() == 1 ? find_database(args[0]) : nullptr;
+  if (!db) return usage_error();
+  std::string image;
+  read_file(db_state_path(r, *db, "image"), &image);
+  return write_out(image) ? 0 : 1;
+}
+
 int cmd_exe(const SimRoot &r, const std::vector<std::string> &args) {
   if (args.size() != 1) return usage_error();
   std::string link = r.backing("/proc/self/exe");
@@ -501,6 +518,8 @@ int main(int argc, char **argv) {
   if (cmd == "service") return cmd_service(r, rest);
   if (cmd == "reply") return cmd_reply(r, rest);
   if (cmd == "kernel") return cmd_kernel(r, rest);
+  if (cmd == "slow") return cmd_slow(r, rest);
+  if (cmd == "image") return cmd_image(r, rest);
   if (cmd == "exe") return cmd_exe(r, rest);
   if (cmd == "tz") return cmd_tz(r, rest);
   if (cmd == "journal") return cmd_journal(r, rest);

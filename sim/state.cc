@@ -115,6 +115,15 @@ std::string service_reply_path(const SimRoot &r, const std::string &method) {
   return r.sim() + "/service/" + method;
 }
 
+std::string slow_path(const SimRoot &r) { return r.sim() + "/kernel/slow"; }
+
+long import_delay_ms(const SimRoot &r) {
+  std::string text;
+  long ms = 0;
+  if (!read_file(slow_path(r), &text) || !parse_int(trim(text), &ms) || ms < 0) return 0;
+  return ms;
+}
+
 // R/.sim/tz holds "OFFSET [MIB|forever]".
 DateOutput date_output(const SimRoot &r) {
   DateOutput out;

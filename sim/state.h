@@ -40,6 +40,11 @@ ServiceMode service_mode(const SimRoot &r);
 bool is_service_mode(const std::string &mode);
 std::string service_reply_path(const SimRoot &r, const std::string &method);
 
+// How long each write of a database image or a rule set is held before the
+// engine takes it (`vek-sim slow MS`; 0: not at all). Reset clears it.
+std::string slow_path(const SimRoot &r);
+long import_delay_ms(const SimRoot &r);
+
 // What the simulated `date +%z` prints: the offset and a line end, then
 // `flood_mib` MiB of line ends; or, `forever`, the offset line again and again
 // (as `yes OFFSET` would) until its reader goes away.

@@ -1,5 +1,7 @@
 #include "db/appid.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -8,7 +10,7 @@
 #include "sys/handles.h"
 #include "sys/procfs.h"
 #include "sys/scan.h"
-#include "sys/sysroot.h"
+#include "sys/source.h"
 
 namespace {
 
@@ -54,8 +56,13 @@ int app_c6y_push(const char *app_id_path, const char *control_file) {
   std::unique_ptr<app_c6y_table, TableDeleter> table(
       static_cast<app_c6y_table *>(calloc(1, sizeof(app_c6y_table))));
   if (!table) return RESULT_NO_MEMORY;
-  File file(fopen(SysPath(app_id_path), "re"));
-  if (!file) return RESULT_NO_FILE;
+  int fd = open_source(app_id_path, nullptr);
+  if (fd < 0) return RESULT_NO_FILE;
+  File file(fdopen(fd, "r"));
+  if (!file) {
+    close(fd);
+    return RESULT_NO_FILE;
+  }
   app_c6y_parse(table.get(), file.get());
   file.reset();
   for (int id = 0; id < APP_ID_COUNT; id++) {

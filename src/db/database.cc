@@ -11,8 +11,10 @@
 #include "result.h"
 #include "sys/handles.h"
 #include "sys/procfs.h"
+#include "sys/replace.h"
 #include "sys/scan.h"
 #include "sys/shell.h"
+#include "sys/source.h"
 #include "sys/sysroot.h"
 
 const Database kGroupDatabase = {"vek.xdb", "/proc/kmod_xdn/grpxdb_clean",
@@ -30,19 +32,18 @@ namespace {
 const int kReadyAttempts = 10;
 const useconds_t kReadyPause = 100000;
 
-// Streams the image to the import file in blocks of at most 512 bytes.
-void stream_image(const char *import_path, const char *source) {
-  Fd in(open(SysPath(source), O_RDONLY | O_CLOEXEC));
-  if (!in.ok()) return;
-  Fd out(open(SysPath(import_path), O_WRONLY | O_CLOEXEC));
-  if (!out.ok()) return;
-  char block[512];
-  for (;;) {
-    ssize_t n = read(in.get(), block, sizeof block);
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 1) return;
-    if (write(out.get(), block, static_cast<size_t>(n)) != n) return;
-  }
+// Streams `size` bytes of the image to the import file, one write per
+// block of at most 512 bytes, stopping at the first the kernel refuses, and
+// hands the same blocks to `keep`. The bytes the kernel took.
+long long stream_image(const char *import_path, int in, long long size, Replacement *keep) {
+  Fd out(open(SysPath(import_path), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
+  if (!out.ok()) return 0;
+  long long taken = read_blocks(in, size, [&](const char *block, size_t count) {
+    if (write(out.get(), block, count) != static_cast<ssize_t>(count)) return false;
+    if (keep) keep->write(block, count);
+    return true;
+  });
+  return taken < 0 ? 0 : taken;
 }
 
 bool kernel_ready(const Database &db) {
@@ -79,10 +80,13 @@ void db_clean(const Database &db) {
   run_command("echo \"1\" > %s", shell_path(target, sizeof target, db.clean_path));
 }
 
-int db_import(const Database &db, const char *path) {
+int db_import(const Database &db, const char *path, Replacement *keep, int32_t *imported) {
   if (!path) return RESULT_NO_FILE;
-  long size = file_size(path);
-  if (size < 1) return RESULT_FILE_MISSING;
+  long long size = 0;
+  Fd in(open_source(path, &size));
+  // The size goes to the kernel as a signed 32-bit number: a larger image
+  // would be announced as a fraction of itself.
+  if (!in.ok() || size < 1 || size > INT32_MAX) return RESULT_FILE_MISSING;
 
   db_clean(db);
   int attempt = 0;
@@ -94,11 +98,12 @@ int db_import(const Database &db, const char *path) {
   // The size goes as four raw bytes in the machine's order, not as text.
   int32_t announced = static_cast<int32_t>(size);
   write_proc_data(db.size_path, &announced, sizeof announced);
-  stream_image(db.import_path, path);
+  long long taken = stream_image(db.import_path, in.get(), size, keep);
 
   db_info info;
   if (!db_info_read(db, &info) || info.writable != 0 || info.size != announced || info.epoch == 0)
     return RESULT_ENGINE_INFO;
+  if (imported) *imported = static_cast<int32_t>(taken);
   return RESULT_OK;
 }
 

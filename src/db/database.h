@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+class Replacement;
+
 struct Database {
   const char *file;         // default file in the data directory
   const char *clean_path;   // control files of the module
@@ -35,8 +37,15 @@ void db_default_path(const Database &db, char *out, unsigned int size);
 // Runs the module's clean command through the shell; its status is ignored.
 void db_clean(const Database &db);
 
-// The import handshake. 0 on success; 4 with no path, 20 for a missing or
-// empty file, 71 when the kernel does not get ready or does not confirm it.
-int db_import(const Database &db, const char *path);
-// Imports `path`, or the default file when there is none.
+// The import handshake; the caller holds the engine lock (sys/lock.h). The
+// image is read once, as a regular file (open_source), and every block read
+// goes to the engine and, when `keep` is given, to it as well (a failed
+// write there does not stop the import). 0 on success, with the bytes
+// imported in `imported` (when given); 4 with no path; 20 for a file that is
+// missing, unreadable, empty or larger than the kernel's 32-bit size can
+// announce (nothing is written to the engine then); 71 when the kernel does
+// not get ready or does not confirm the image.
+int db_import(const Database &db, const char *path, Replacement *keep = nullptr,
+              int32_t *imported = nullptr);
+// Imports `path`, or the default file when there is none (lock held).
 int db_reload_default(const Database &db, const char *path);

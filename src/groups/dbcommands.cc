@@ -2,8 +2,10 @@
 
 #include <cstdio>
 
+#include "context.h"
 #include "groups/frame.h"
 #include "result.h"
+#include "sys/lock.h"
 #include "sys/replace.h"
 
 int db_get_command(const Database &db) {
@@ -20,23 +22,30 @@ int db_get_command(const Database &db) {
 int db_load_command(const Database &db, const char *file) {
   char default_path[300];
   db_default_path(db, default_path, sizeof default_path);
+  // The whole load, fall-back or new default included, is one change of
+  // the engine; a caller that cannot have it finds the engine not ready.
+  EngineLock lock;
+  bool locked = lock.take(g_context.config.run);
   if (!file) {
-    db_import(db, default_path);
+    if (locked) db_import(db, default_path);
     return 0;
   }
+  if (!locked) return RESULT_ENGINE_INFO;
   char path[256];
   snprintf(path, sizeof path, "%s", file);
-  int result = db_import(db, path);
+  // The image is read once: what the kernel confirmed is what becomes the
+  // default, and the old default stays whole until the new one is complete
+  // on disk.
+  Replacement next_default(default_path);
+  int32_t imported = 0;
+  int result = db_import(db, path, &next_default, &imported);
   if (result != RESULT_OK) {
     // The kernel gets the saved database back.
     db_import(db, default_path);
     return result;
   }
-  // Only a verified image becomes the default, and the old default stays
-  // whole until the new one is complete on disk.
-  long copied = replace_file(default_path, path);
-  if (copied < 1) return RESULT_COPY_FAILED;
-  report_result(static_cast<int>(copied), nullptr);
+  if (!next_default.commit()) return RESULT_COPY_FAILED;
+  report_result(imported, nullptr);
   return 0;
 }
 

@@ -7,6 +7,7 @@
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
+#include "sys/lock.h"
 #include "sys/procfs.h"
 #include "sys/shell.h"
 #include "sys/text.h"
@@ -45,10 +46,15 @@ int iam_set_redirect_ttl(int argc, char **argv) {
 }
 
 // Clear, time-zone offset, rules: in this order, so that the kernel reads the
-// new rules in local time. A rule file that cannot be read leaves the rules
-// cleared and still reports done.
+// new rules in local time, and under the engine lock, so that two loads never
+// interleave their rules. A rule file that cannot be read (or is no regular
+// file) leaves the rules cleared and still reports done. A caller that cannot
+// have the lock changes nothing and answers as for a rule file it could not
+// read at all.
 int iam_set_rules(int, char **) {
   if (!g_rule_file) return failed_to_read();
+  EngineLock lock;
+  if (!lock.take(g_context.config.run)) return failed_to_read();
   write_proc_line(kRuleImport, "0");
   // The capture gives an empty text when date printed nothing: the engine
   // must never see an empty offset.

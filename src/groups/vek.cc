@@ -16,6 +16,7 @@
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
+#include "sys/lock.h"
 #include "sys/procfs.h"
 #include "sys/scan.h"
 #include "sys/shell.h"
@@ -344,13 +345,20 @@ int reset_to_default(int, char **) {
     snprintf(mark, sizeof mark, "j:skb:%s", config.skbmark);
     write_proc_line("/proc/vek/rtk", "%s", mark);
   }
-  write_proc_line(kKctrl, "reset-appid-c6y");
-  char app_id[300];
-  snprintf(app_id, sizeof app_id, "%s/%s", config.var, "app.id");
-  app_c6y_push(app_id, kKctrl);
-  db_reload_default(kGroupDatabase, nullptr);
-  db_reload_default(kAppDatabase, nullptr);
-  db_reload_default(kRuleDatabase, nullptr);
+  // The category table and the three imports are multi-step changes: one
+  // caller at a time, all four under one hold of the lock, so that two
+  // resets never mix their tables either. A caller that cannot have the lock
+  // finds the engine not ready for them, which reset never reports.
+  EngineLock lock;
+  if (lock.take(config.run)) {
+    write_proc_line(kKctrl, "reset-appid-c6y");
+    char app_id[300];
+    snprintf(app_id, sizeof app_id, "%s/%s", config.var, "app.id");
+    app_c6y_push(app_id, kKctrl);
+    db_reload_default(kGroupDatabase, nullptr);
+    db_reload_default(kAppDatabase, nullptr);
+    db_reload_default(kRuleDatabase, nullptr);
+  }
   return report_ok();
 }
 

@@ -12,6 +12,7 @@
 #include "sys/handles.h"
 #include "sys/scan.h"
 #include "sys/shell.h"
+#include "sys/source.h"
 #include "sys/sysroot.h"
 
 namespace {
@@ -85,12 +86,11 @@ class LineReader {
 
 // Opens a gateway path, never blocking (a FIFO with no writer opens for
 // reading and reads as empty; with no reader it cannot be opened for
-// writing). Control files and other files alike ignore the flag. Only
-// copy_file creates files (as fopen's "w" would); control files are never
-// created or truncated.
+// writing). Control files and other files alike ignore the flag. Nothing
+// here creates a file.
 int open_path(const char *path, int flags) {
   if (!path) return -1;
-  return open(SysPath(path), flags | O_NONBLOCK | O_CLOEXEC, 0666);
+  return open(SysPath(path), flags | O_NONBLOCK | O_CLOEXEC);
 }
 
 bool is_directory(const char *path) {
@@ -231,26 +231,16 @@ int find_record(const char *path, const char *tag, OwnedText *line) {
 }
 
 int copy_file(const char *destination, const char *source) {
-  Fd in(open_path(source, O_RDONLY));
+  Fd in(open_source(source, nullptr));
   if (!in.ok()) return -1;
-  Fd out(open_path(destination, O_WRONLY | O_CREAT | O_TRUNC));
+  Fd out(open_path(destination, O_WRONLY | O_TRUNC));
   if (!out.ok()) return -2;
-  char block[512];
-  int total = 0;
-  for (;;) {
-    ssize_t n = read(in.get(), block, sizeof block);
-    if (n < 1) break;
-    if (write(out.get(), block, static_cast<size_t>(n)) != n) return -1;
-    total += static_cast<int>(n);
-  }
-  return total;
-}
-
-long file_size(const char *path) {
-  Fd fd(open_path(path, O_RDONLY));
-  if (!fd.ok()) return 0;
-  off_t end = lseek(fd.get(), 0, SEEK_END);
-  return end < 0 ? 0 : static_cast<long>(end);
+  bool short_write = false;
+  long long total = read_blocks(in.get(), -1, [&](const char *block, size_t count) {
+    short_write = write(out.get(), block, count) != static_cast<ssize_t>(count);
+    return !short_write;
+  });
+  return total < 0 || short_write ? -1 : static_cast<int>(total);
 }
 
 int engine_loaded() { return is_directory("/proc/vek") ? 1 : 0; }

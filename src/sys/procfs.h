@@ -35,11 +35,11 @@ int read_file_into(const char *path, char *buffer, int size);
 // opened or runs past CONTROL_FILE_MAX bytes before that line, else 0; `line`
 // is left untouched when no line carries the tag.
 int find_record(const char *path, const char *tag, OwnedText *line);
-// Bytes copied; -1 when the source cannot be opened or a write falls short;
-// -2 when the destination cannot be opened.
+// Copies a file (opened as open_source does: only a regular file) into an
+// existing file such as a control file, one write per block of at most 512
+// bytes. Bytes copied; -1 when the source cannot be opened or a write falls
+// short; -2 when the destination cannot be opened (it is never created).
 int copy_file(const char *destination, const char *source);
-// Size by seeking to the end; 0 when the file cannot be opened.
-long file_size(const char *path);
 // 1 if "/proc/vek" is a directory.
 int engine_loaded();
 // 1 if a process named "vek_service" runs and "/proc/<pid>" is a directory.

@@ -1,139 +1,253 @@
 #include "sys/replace.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+#include <ctime>
 
 #include "sys/handles.h"
+#include "sys/source.h"
 #include "sys/sysroot.h"
 
 namespace {
 
-// While it lives, a write past the file-size limit fails with EFBIG instead
-// of ending the process with SIGXFSZ, so that the copy can clean up.
-class IgnoreFileSizeSignal {
- public:
-  IgnoreFileSizeSignal() {
-    struct sigaction ignore;
-    memset(&ignore, 0, sizeof ignore);
-    ignore.sa_handler = SIG_IGN;
-    sigemptyset(&ignore.sa_mask);
-    saved_ok_ = sigaction(SIGXFSZ, &ignore, &saved_) == 0;
-  }
-  ~IgnoreFileSizeSignal() {
-    if (saved_ok_) sigaction(SIGXFSZ, &saved_, nullptr);
-  }
-  IgnoreFileSizeSignal(const IgnoreFileSizeSignal &) = delete;
-  IgnoreFileSizeSignal &operator=(const IgnoreFileSizeSignal &) = delete;
+// The named temporary file that the handler of TERM, INT and HUP removes
+// before the signal ends the process. The handler only reads it, and only
+// while `armed` is set, which is set last.
+const int kEndSignals[] = {SIGTERM, SIGINT, SIGHUP};
+struct ArmedTemp {
+  volatile sig_atomic_t armed;
+  int dir_fd;
+  char name[320];
+  struct sigaction saved[3];
+  bool installed[3];
+} g_temp;
 
- private:
-  struct sigaction saved_;
-  bool saved_ok_;
-};
+extern "C" void remove_temp_and_end(int signal_number) {
+  if (g_temp.armed) unlinkat(g_temp.dir_fd, g_temp.name, 0);
+  // Back to what the signal did before (its default: the end of the
+  // process), which happens once this handler returns.
+  for (int i = 0; i < 3; i++)
+    if (kEndSignals[i] == signal_number) sigaction(signal_number, &g_temp.saved[i], nullptr);
+  raise(signal_number);
+}
 
-// The temporary file: removed again unless it was renamed into place.
-class TempFile {
- public:
-  explicit TempFile(const char *destination) {
-    snprintf(path_, sizeof path_, "%s.XXXXXX", destination);
-    fd_ = mkstemp(path_);
-    if (fd_ >= 0) fcntl(fd_, F_SETFD, FD_CLOEXEC);
-    created_ = fd_ >= 0;
+void disarm() {
+  g_temp.armed = 0;
+  for (int i = 0; i < 3; i++) {
+    if (g_temp.installed[i]) sigaction(kEndSignals[i], &g_temp.saved[i], nullptr);
+    g_temp.installed[i] = false;
   }
-  TempFile(const TempFile &) = delete;
-  TempFile &operator=(const TempFile &) = delete;
-  ~TempFile() {
-    if (fd_ >= 0) close(fd_);
-    if (created_) unlink(path_);
-  }
-  bool ok() const { return fd_ >= 0; }
-  int fd() const { return fd_; }
-  // Closes the descriptor; false when that fails (data not written out).
-  bool close_file() {
-    int result = close(fd_);
-    fd_ = -1;
-    return result == 0;
-  }
-  // Renames the file over `destination`; it is then no longer removed.
-  bool rename_to(const char *destination) {
-    if (rename(path_, destination) != 0) return false;
-    created_ = false;
-    return true;
-  }
+}
 
- private:
-  char path_[SYSROOT_PATH_MAX + 8];
-  int fd_ = -1;
-  bool created_ = false;
-};
+// Has the end signals remove `name` in `dir_fd`; a signal that the process
+// ignores stays ignored. False when another file holds the handler already.
+bool arm(int dir_fd, const char *name) {
+  if (g_temp.armed) return false;
+  g_temp.dir_fd = dir_fd;
+  snprintf(g_temp.name, sizeof g_temp.name, "%s", name);
+  struct sigaction action;
+  memset(&action, 0, sizeof action);
+  action.sa_handler = remove_temp_and_end;
+  sigemptyset(&action.sa_mask);
+  for (int signal_number : kEndSignals) sigaddset(&action.sa_mask, signal_number);
+  for (int i = 0; i < 3; i++) {
+    if (sigaction(kEndSignals[i], nullptr, &g_temp.saved[i]) != 0 ||
+        g_temp.saved[i].sa_handler == SIG_IGN)
+      continue;
+    g_temp.installed[i] = sigaction(kEndSignals[i], &action, nullptr) == 0;
+  }
+  g_temp.armed = 1;
+  return true;
+}
 
-bool write_all(int fd, const char *bytes, size_t count) {
+// ".<name>.vektool-": what every named temporary file of `name` begins with.
+void temp_prefix(char *out, size_t size, const char *name) { snprintf(out, size, ".%s.vektool-", name); }
+
+// A fresh name ".<name>.vektool-<pid>-XXXXXX".
+void temp_name(char *out, size_t size, const char *name) {
+  static const char kLetters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+  unsigned char noise[6];
+  if (getrandom(noise, sizeof noise, GRND_NONBLOCK) != static_cast<ssize_t>(sizeof noise)) {
+    struct timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    for (size_t i = 0; i < sizeof noise; i++) noise[i] = static_cast<unsigned char>(now.tv_nsec >> (i * 5));
+  }
+  char suffix[7];
+  for (size_t i = 0; i < 6; i++) suffix[i] = kLetters[noise[i] % (sizeof kLetters - 1)];
+  suffix[6] = '\0';
+  char prefix[300];
+  temp_prefix(prefix, sizeof prefix, name);
+  snprintf(out, size, "%s%ld-%s", prefix, static_cast<long>(getpid()), suffix);
+}
+
+// Directories are read with readdir64: on a 32-bit build readdir gives up
+// (EOVERFLOW) on file systems whose entries carry 64-bit offsets or inodes.
+
+// Removes the named temporary files of `name` whose process is gone (killed
+// before it could remove them).
+void sweep_stale(int dir_fd, const char *name) {
+  char prefix[300];
+  temp_prefix(prefix, sizeof prefix, name);
+  size_t prefix_length = strlen(prefix);
+  int fd = openat(dir_fd, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (fd < 0) return;
+  Dir dir(fdopendir(fd));
+  if (!dir) {
+    close(fd);
+    return;
+  }
+  while (struct dirent64 *entry = readdir64(dir.get())) {
+    const char *rest = entry->d_name;
+    if (strncmp(rest, prefix, prefix_length) != 0) continue;
+    rest += prefix_length;
+    long pid = 0;
+    int digits = 0;
+    for (; *rest >= '0' && *rest <= '9' && digits < 10; rest++, digits++) pid = pid * 10 + (*rest - '0');
+    if (digits == 0 || *rest != '-' || strlen(rest + 1) != 6) continue;
+    if (pid != getpid() && kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH)
+      unlinkat(dir_fd, entry->d_name, 0);
+  }
+}
+
+// Removes the directory `name` in `dir_fd` and all it holds, never following
+// a link (a link inside is removed itself). Deeply nested trees are refused.
+bool remove_directory(int dir_fd, const char *name, int depth) {
+  if (unlinkat(dir_fd, name, AT_REMOVEDIR) == 0) return true;
+  if ((errno != ENOTEMPTY && errno != EEXIST) || depth > 16) return false;
+  int fd = openat(dir_fd, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+  if (fd < 0) return false;
+  Dir dir(fdopendir(fd));
+  if (!dir) {
+    close(fd);
+    return false;
+  }
+  while (struct dirent64 *entry = readdir64(dir.get())) {
+    if (strcmp(entry->d_name, ".") == 0 || strcmp(entry->d_name, "..") == 0) continue;
+    if (unlinkat(fd, entry->d_name, 0) != 0 && errno == EISDIR) remove_directory(fd, entry->d_name, depth + 1);
+  }
+  dir.reset();
+  return unlinkat(dir_fd, name, AT_REMOVEDIR) == 0;
+}
+
+}  // namespace
+
+Replacement::Replacement(const char *destination, bool unnamed) {
+  if (!destination) return;
+  SysPath path(destination);
+  const char *slash = strrchr(path.c_str(), '/');
+  const char *name = slash ? slash + 1 : path.c_str();
+  if (!*name || strcmp(name, ".") == 0 || strcmp(name, "..") == 0 || strlen(name) >= sizeof name_) return;
+  snprintf(name_, sizeof name_, "%s", name);
+  char dir[SYSROOT_PATH_MAX];
+  if (!slash) {
+    snprintf(dir, sizeof dir, ".");
+  } else {
+    snprintf(dir, sizeof dir, "%.*s", static_cast<int>(slash == path.c_str() ? 1 : slash - path.c_str()),
+             path.c_str());
+  }
+  dir_fd_ = open(dir, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (dir_fd_ < 0) return;
+  struct sigaction ignore;
+  memset(&ignore, 0, sizeof ignore);
+  ignore.sa_handler = SIG_IGN;
+  sigemptyset(&ignore.sa_mask);
+  xfsz_saved_ = sigaction(SIGXFSZ, &ignore, &saved_xfsz_) == 0;
+  if (unnamed) fd_ = openat(dir_fd_, ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
+  if (fd_ < 0) start_named(false);
+}
+
+Replacement::~Replacement() {
+  drop_temp();
+  if (fd_ >= 0) close(fd_);
+  if (dir_fd_ >= 0) close(dir_fd_);
+  if (xfsz_saved_) sigaction(SIGXFSZ, &saved_xfsz_, nullptr);
+}
+
+bool Replacement::write(const char *bytes, size_t count) {
+  if (!ok()) return false;
   while (count > 0) {
-    ssize_t n = write(fd, bytes, count);
+    ssize_t n = ::write(fd_, bytes, count);
     if (n < 0 && errno == EINTR) continue;
-    if (n < 1) return false;
+    if (n < 1) {
+      failed_ = true;
+      return false;
+    }
     bytes += n;
     count -= static_cast<size_t>(n);
   }
   return true;
 }
 
-}  // namespace
-
-long replace_file(const char *destination, const char *source) {
-  if (!destination || !source) return -1;
-  SysPath source_path(source);
-  SysPath destination_path(destination);
-  Fd in(open(source_path, O_RDONLY | O_CLOEXEC));
-  if (!in.ok()) return -1;
-
-  // The new file takes the old one's permissions; a new one gets the usual
-  // 0666 less the umask, as a plain create would.
-  mode_t mode;
-  struct stat old;
-  if (stat(destination_path, &old) == 0) {
-    mode = old.st_mode & 07777;
-  } else {
-    mode_t mask = umask(0);
-    umask(mask);
-    mode = 0666 & ~mask;
+// Makes the named temporary file, after sweeping those of dead processes:
+// created afresh, or (`by_link`) as a name of the unnamed file, by its
+// descriptor (root may) or else through the process's own /proc (the real
+// one, whatever the sysroot).
+bool Replacement::start_named(bool by_link) {
+  sweep_stale(dir_fd_, name_);
+  char proc_path[64];
+  snprintf(proc_path, sizeof proc_path, "/proc/self/fd/%d", fd_);
+  for (int attempt = 0; attempt < 100; attempt++) {
+    temp_name(temp_, sizeof temp_, name_);
+    armed_ = arm(dir_fd_, temp_);
+    if (by_link) {
+      named_ = linkat(fd_, "", dir_fd_, temp_, AT_EMPTY_PATH) == 0 ||
+               (errno != EEXIST && linkat(AT_FDCWD, proc_path, dir_fd_, temp_, AT_SYMLINK_FOLLOW) == 0);
+    } else {
+      fd_ = openat(dir_fd_, temp_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+      named_ = fd_ >= 0;
+    }
+    if (named_) return true;
+    int error = errno;
+    drop_temp();
+    if (error != EEXIST) return false;
   }
+  return false;
+}
 
-  IgnoreFileSizeSignal no_sigxfsz;
-  TempFile temp(destination_path);
-  if (!temp.ok()) return -2;
-  char block[512];
-  long total = 0;
-  for (;;) {
-    ssize_t n = read(in.get(), block, sizeof block);
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 0) return -1;
-    if (n == 0) break;
-    if (!write_all(temp.fd(), block, static_cast<size_t>(n))) return -1;
-    total += n;
-  }
-  // Nothing read counts as a failed copy: the old file stays.
-  if (total == 0) return 0;
-  if (fchmod(temp.fd(), mode) != 0 || fsync(temp.fd()) != 0) return -1;
-  if (!temp.close_file() || !temp.rename_to(destination_path)) return -1;
+void Replacement::drop_temp() {
+  if (named_) unlinkat(dir_fd_, temp_, 0);
+  if (armed_) disarm();
+  named_ = armed_ = false;
+}
+
+bool Replacement::commit() {
+  if (!ok()) return false;
+  if (fchmod(fd_, 0644) != 0 || fsync(fd_) != 0) return false;
+  if (!named_ && !start_named(true)) return false;
+  int closed = close(fd_);
+  fd_ = -1;
+  if (closed != 0) return false;
+  // A rename replaces a link or a FIFO itself; a directory must go first.
+  struct stat st;
+  if (fstatat(dir_fd_, name_, &st, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(st.st_mode) &&
+      !remove_directory(dir_fd_, name_, 0))
+    return false;
+  if (renameat(dir_fd_, temp_, dir_fd_, name_) != 0) return false;
+  named_ = false;
+  drop_temp();
   // The rename itself is made durable with the directory.
-  char dir[SYSROOT_PATH_MAX];
-  snprintf(dir, sizeof dir, "%s", destination_path.c_str());
-  char *slash = strrchr(dir, '/');
-  if (slash == dir) {
-    slash[1] = '\0';
-  } else if (slash) {
-    *slash = '\0';
-  } else {
-    snprintf(dir, sizeof dir, ".");
-  }
-  Fd dir_fd(open(dir, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (dir_fd.ok()) fsync(dir_fd.get());
-  return total;
+  fsync(dir_fd_);
+  return true;
+}
+
+long long replace_file(const char *destination, const char *source) {
+  if (!destination || !source) return -1;
+  Fd in(open_source(source, nullptr));
+  if (!in.ok()) return -1;
+  Replacement next(destination);
+  if (!next.ok()) return -2;
+  long long total = read_blocks(in.get(), -1, [&next](const char *block, size_t count) {
+    return next.write(block, count);
+  });
+  if (total < 0 || !next.ok()) return -1;
+  if (total == 0) return 0;
+  return next.commit() ? total : -1;
 }

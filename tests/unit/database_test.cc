@@ -11,6 +11,7 @@
 #include <string>
 
 #include "scratch_sysroot.h"
+#include "sys/replace.h"
 
 TEST(DbInfoParser, ValidOnlyWhenAllThreeFieldsConvert) {
   const struct {
@@ -67,11 +68,16 @@ class ImportTest : public ScratchSysroot {
   }
 };
 
+// Missing, empty, no regular file, or more than a signed 32-bit size can
+// announce (a sparse 2 GiB file): 20 at once, and the kernel is not asked.
 TEST_F(ImportTest, FailsBeforeTheKernelWithoutAFile) {
   put("/empty.xdb", "");
+  ASSERT_EQ(mkfifo((root_ + "/fifo.xdb").c_str(), 0600), 0);
+  put("/huge.xdb", "");
+  ASSERT_EQ(truncate((root_ + "/huge.xdb").c_str(), 2147483648LL), 0);
   EXPECT_EQ(db_import(kGroupDatabase, nullptr), 4);
-  EXPECT_EQ(db_import(kGroupDatabase, "/none.xdb"), 20);
-  EXPECT_EQ(db_import(kGroupDatabase, "/empty.xdb"), 20);
+  for (const char *path : {"/none.xdb", "/empty.xdb", "/fifo.xdb", "/proc", "/huge.xdb"})
+    EXPECT_EQ(db_import(kGroupDatabase, path), 20) << path;
   EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_clean"), "");  // the kernel was not asked
 }
 
@@ -80,10 +86,16 @@ TEST_F(ImportTest, StreamsTheImageAfterTheSize) {
   for (int i = 0; i < 1300; i++) image += static_cast<char>(i * 31 + 7);
   put("/new.xdb", image);
   put("/proc/kmod_xdn/grpxdb_info", "writable: 1\nsize: 0\nepoch: 0\n");
-  EXPECT_EQ(db_import(kGroupDatabase, "/new.xdb"), 71);
+  Replacement kept("/kept.xdb");
+  EXPECT_EQ(db_import(kGroupDatabase, "/new.xdb", &kept), 71);
   EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_clean"), "1\n");
   EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_size"), std::string("\x14\x05\x00\x00", 4));  // 1300, native order
   EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_import"), image);
+  EXPECT_TRUE(kept.commit());  // the same blocks went to the file kept
+  EXPECT_EQ(get("/kept.xdb"), image);
+  put("/one.xdb", "1");  // the smallest image is one byte
+  EXPECT_EQ(db_import(kGroupDatabase, "/one.xdb"), 71);
+  EXPECT_EQ(get("/proc/kmod_xdn/grpxdb_size"), std::string("\x01\x00\x00\x00", 4));
 }
 
 TEST_F(ImportTest, GivesUpAfterTenLooksAtABusyKernel) {

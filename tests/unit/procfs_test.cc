@@ -166,8 +166,6 @@ TEST_F(ProcfsTest, NoFileBlocksOrGrowsPastTheCeiling) {
     EXPECT_STREQ(line.get(), c.line);
     char buffer[16];
     EXPECT_EQ(read_file_into(path.c_str(), buffer, sizeof buffer), c.into_result);
-    EXPECT_EQ(file_size(path.c_str()), name == "at ceiling" ? CONTROL_FILE_MAX
-                                       : name == "past ceiling" ? CONTROL_FILE_MAX + 1 : 0);
     EXPECT_EQ(write_proc_line(path.c_str(), "clear"), c.write_result);
     if (holder >= 0) close(holder);
   }
@@ -232,18 +230,19 @@ TEST_F(ProcfsTest, FindRecordTakesTheFirstLineBeginningWithTheTag) {
   EXPECT_STREQ(line.get(), "keep");
 }
 
-TEST_F(ProcfsTest, CopyFileAndFileSize) {
+TEST_F(ProcfsTest, CopyFileTakesOnlyARegularFileIntoAnExistingOne) {
   put("/tmp/src", pattern(1300));
   put("/tmp/dst", pattern(2000));
+  ASSERT_EQ(mkfifo((root_ + "/tmp/fifo").c_str(), 0600), 0);
   Recording rec;
   EXPECT_EQ(copy_file("/tmp/dst", "/tmp/src"), 1300);
   EXPECT_EQ(g_write_sizes, (std::vector<size_t>{512, 512, 276}));
   EXPECT_EQ(copy_file("/tmp/dst", "/tmp/absent"), -1);  // the destination is then not opened
+  EXPECT_EQ(copy_file("/tmp/dst", "/tmp/fifo"), -1);    // at once, never waiting for a writer
+  EXPECT_EQ(copy_file("/tmp/dst", "/tmp"), -1);
   EXPECT_EQ(get("/tmp/dst"), pattern(1300));
-  EXPECT_EQ(copy_file("/tmp/new", "/tmp/src"), 1300);
-  EXPECT_EQ(file_size("/tmp/new"), 1300);
-  EXPECT_EQ(file_size("/tmp/absent"), 0);
-  EXPECT_EQ(copy_file("/no/dir/dst", "/tmp/src"), -2);
+  EXPECT_EQ(copy_file("/tmp/new", "/tmp/src"), -2);  // never created
+  EXPECT_EQ(get("/tmp/new"), "<missing>");
   Recording short_writes(100);
   EXPECT_EQ(copy_file("/tmp/dst", "/tmp/src"), -1);  // a short write
 }
