@@ -27,8 +27,9 @@ bool EngineLock::take(const char *run_dir, int wait_ms) {
     close(fd);
     return true;
   }
-  // 0644 whatever the umask it was created under.
-  if ((st.st_mode & 07777) != 0644) fchmod(fd, 0644);
+  // 0644 whatever the umask it was created under; a file of another owner
+  // or with a second name (a hard link planted to a secret) keeps its mode.
+  if ((st.st_mode & 07777) != 0644 && st.st_nlink == 1 && st.st_uid == geteuid()) fchmod(fd, 0644);
   const struct timespec pause = {0, ENGINE_LOCK_POLL_MS * 1000000L};
   for (int waited = 0;; waited += ENGINE_LOCK_POLL_MS) {
     if (flock(fd, LOCK_EX | LOCK_NB) == 0) break;
