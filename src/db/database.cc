@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "context.h"
+#include "engine/interface.h"
 #include "result.h"
 #include "sys/handles.h"
 #include "sys/procfs.h"
@@ -17,14 +18,9 @@
 #include "sys/source.h"
 #include "sys/sysroot.h"
 
-const Database kGroupDatabase = {"vek.xdb", "/proc/kmod_xdn/grpxdb_clean",
-                                 "/proc/kmod_xdn/grpxdb_info", "/proc/kmod_xdn/grpxdb_size",
-                                 "/proc/kmod_xdn/grpxdb_import"};
-const Database kAppDatabase = {"app.xdb", "/proc/kmod_xdn/sidxdb_clean",
-                               "/proc/kmod_xdn/sidxdb_info", "/proc/kmod_xdn/sidxdb_size",
-                               "/proc/kmod_xdn/sidxdb_import"};
-const Database kRuleDatabase = {"vek.xr", "/proc/kmod_xapp/xr_clean", "/proc/kmod_xapp/xr_info",
-                                "/proc/kmod_xapp/xr_size", "/proc/kmod_xapp/xr_import"};
+const Database kGroupDatabase = {kGroupDatabaseFile, kGrpxdbClean, kGrpxdbInfo, kGrpxdbSize, kGrpxdbImport};
+const Database kAppDatabase = {kAppDatabaseFile, kSidxdbClean, kSidxdbInfo, kSidxdbSize, kSidxdbImport};
+const Database kRuleDatabase = {kRuleDatabaseFile, kXrClean, kXrInfo, kXrSize, kXrImport};
 
 namespace {
 
