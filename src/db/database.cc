@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <cstring>
 
-#include "context.h"
 #include "engine/interface.h"
 #include "result.h"
 #include "sys/handles.h"
@@ -65,10 +64,8 @@ bool db_info_read(const Database &db, db_info *info) {
   return db_info_parse(text.get(), info);
 }
 
-void db_default_path(const Database &db, char *out, unsigned int size) {
-  char path[300];
-  snprintf(path, sizeof path, "%s/%s", g_context.config.var, db.file);
-  snprintf(out, size, "%s", path);
+void data_file_path(const char *var, const char *name, char *out, unsigned int size) {
+  snprintf(out, size < 300 ? size : 300, "%s/%s", var, name);
 }
 
 void db_clean(const Database &db) {
@@ -103,9 +100,8 @@ int db_import(const Database &db, const char *path, Replacement *keep, int32_t *
   return RESULT_OK;
 }
 
-int db_reload_default(const Database &db, const char *path) {
-  if (path) return db_import(db, path);
+int db_reload_default(const Database &db, const char *var) {
   char default_path[300];
-  db_default_path(db, default_path, sizeof default_path);
+  data_file_path(var, db.file, default_path, sizeof default_path);
   return db_import(db, default_path);
 }

@@ -333,11 +333,11 @@ int reset_to_default(int, char **) {
   if (lock.take(config.run)) {
     write_proc_line(kKctrl, "reset-appid-c6y");
     char app_id[300];
-    snprintf(app_id, sizeof app_id, "%s/%s", config.var, "app.id");
+    data_file_path(config.var, kAppIdFile, app_id, sizeof app_id);
     app_c6y_push(app_id, kKctrl);
-    db_reload_default(kGroupDatabase, nullptr);
-    db_reload_default(kAppDatabase, nullptr);
-    db_reload_default(kRuleDatabase, nullptr);
+    db_reload_default(kGroupDatabase, config.var);
+    db_reload_default(kAppDatabase, config.var);
+    db_reload_default(kRuleDatabase, config.var);
   }
   return report_ok();
 }
