@@ -14,9 +14,9 @@
 #include "rules.h"
 
 const Database kDatabases[3] = {
-    {"grpxdb", "/proc/kmod_xdn", "vek.xdb"},
-    {"sidxdb", "/proc/kmod_xdn", "app.xdb"},
-    {"xr", "/proc/kmod_xapp", "vek.xr"},
+    {"grpxdb", kGroupDatabaseFile, kGrpxdbClean, kGrpxdbInfo, kGrpxdbSize, kGrpxdbImport},
+    {"sidxdb", kAppDatabaseFile, kSidxdbClean, kSidxdbInfo, kSidxdbSize, kSidxdbImport},
+    {"xr", kRuleDatabaseFile, kXrClean, kXrInfo, kXrSize, kXrImport},
 };
 
 const Database *find_database(const std::string &name) {
@@ -237,49 +237,48 @@ using namespace eng;
 
 std::vector<ControlFile> engine_control_files() {
   std::vector<ControlFile> files = {
-      {"/proc/vek/version", "s:major:3.2.1\ns:minor:r1754\n"},
-      {"/proc/vek/kctrl", "d:enabled:1\nd:c6y_acc:1\nd:appid_c6y:8\n"},
-      {"/proc/vek/qos_enabled", "1\n"},
-      {"/proc/vek/iam_enabled", "1\n"},
-      {"/proc/vek/fc_ctrl", "{\"ec\":1,\"ecnt\":32768,\"emb\":16,\"dr\":[]}\n"},
-      {"/proc/vek/dst_ctrl", "{\"et\":0,\"ecnt\":32768,\"emb\":16,\"dr\":[]}\n"},
-      {"/proc/vek/neighbor_ctrl", "{\"ecnt\":32768,\"emb\":16}\n"},
-      {"/proc/vek/mac_ctrl", "{\"ecnt\":32768,\"emb\":16,\"dr\":[]}\n"},
-      {"/proc/vek/conn_ctx", "{\"dscp\":{\"tagging\":0,\"mapping\":{}},\"dr\":[]}\n"},
-      {"/proc/vek/conn_max", "65536\n"},
-      {"/proc/vek/dbcf_max_size", "16\n"},
-      {"/proc/vek/dbcf_max_count", "32768\n"},
-      {"/proc/vek/qos_mode", "1\n"},
-      {"/proc/vek/malnet_up", "eth0\n"},
-      {"/proc/vek/malnet_dw", "br0\n"},
-      {"/proc/vek/malnet_mode", "s:mode:gateway\n"},
-      {"/proc/vek/qos_traffic",
+      {kEngineVersion, "s:major:3.2.1\ns:minor:r1754\n"},
+      {kKctrl, "d:enabled:1\nd:c6y_acc:1\nd:appid_c6y:8\n"},
+      {kQosEnabled, "1\n"},
+      {kIamEnabled, "1\n"},
+      {kFcCtrl, "{\"ec\":1,\"ecnt\":32768,\"emb\":16,\"dr\":[]}\n"},
+      {kDstCtrl, "{\"et\":0,\"ecnt\":32768,\"emb\":16,\"dr\":[]}\n"},
+      {kNeighborCtrl, "{\"ecnt\":32768,\"emb\":16}\n"},
+      {kMacCtrl, "{\"ecnt\":32768,\"emb\":16,\"dr\":[]}\n"},
+      {kConnCtx, "{\"dscp\":{\"tagging\":0,\"mapping\":{}},\"dr\":[]}\n"},
+      {kConnMax, "65536\n"},
+      {kDbcfMaxSize, "16\n"},
+      {kDbcfMaxCount, "32768\n"},
+      {kQosMode, "1\n"},
+      {kMalnetUp, "eth0\n"},
+      {kMalnetDw, "br0\n"},
+      {kMalnetMode, "s:mode:gateway\n"},
+      {kQosTraffic,
        "{\"wan\":{\"rx_bytes\":7340032000,\"tx_bytes\":1048576000},"
        "\"lan\":{\"rx_bytes\":1048576000,\"tx_bytes\":7340032000},\"flows\":128}\n"},
-      {"/proc/vek/qos_ctrl", "d:algorithm:1\nj:qoe:[1,1]\nj:hyqos:[0]\nd:qnum:8\n"},
-      {"/proc/vek/qoe_config",
+      {kQosCtrl, "d:algorithm:1\nj:qoe:[1,1]\nj:hyqos:[0]\nd:qnum:8\n"},
+      {kQoeConfig,
        "j:pfs:" + pfs_default() + "\nj:hyqos_rate:[" + queue_list(8) + "," + queue_list(8) + "]\n"},
-      {"/proc/vek/qoe_config2", "{\"enabled\":0,\"up\":0,\"down\":0}\n"},
-      {"/proc/vek/qoe_optimization", "{\"state\":1,\"score\":87,\"flows\":12}\n"},
-      {"/proc/vek/dbdev",
+      {kQoeConfig2, "{\"enabled\":0,\"up\":0,\"down\":0}\n"},
+      {kQoeOptimization, "{\"state\":1,\"score\":87,\"flows\":12}\n"},
+      {kDbdev,
        "j:devs:[[\"00:11:22:33:44:55\",0,0],[\"66:77:88:99:aa:bb\",0,0]]\nj:defq:[0,0]\n"},
-      {"/proc/vek/limiter_ctrl", "{\"s\":0,\"mr\":[],\"ir\":[],\"vr\":[]}\n"},
-      {"/proc/vek/monitor", kMonitorDefault},
-      {"/proc/vek/gc", "{\"en\":1,\"devs\":[]}\n"},
-      {"/proc/vek/ss", "{\"en\":0,\"mode\":\"all_device\",\"devs\":[],\"hosts\":[]}\n"},
-      {"/proc/vek/iam_ctrl", "{\"redirect\":0,\"ip\":\"192.168.1.1\",\"ttl\":300}\n"},
-      {"/proc/vek/pc_rule_import", ""},
-      {"/proc/vek/pc_rule_export", ""},
-      {"/proc/vek/pc_tzoffset", "+0000\n"},
-      {"/proc/vek/rtk", "j:skb:0x100000\n"},
-      {"/proc/sys/net/bridge/bridge-nf-filter-pppoe-tagged", "0\n"},
+      {kLimiterCtrl, "{\"s\":0,\"mr\":[],\"ir\":[],\"vr\":[]}\n"},
+      {kMonitor, kMonitorDefault},
+      {kGc, "{\"en\":1,\"devs\":[]}\n"},
+      {kSs, "{\"en\":0,\"mode\":\"all_device\",\"devs\":[],\"hosts\":[]}\n"},
+      {kIamCtrl, "{\"redirect\":0,\"ip\":\"192.168.1.1\",\"ttl\":300}\n"},
+      {kPcRuleImport, ""},
+      {kPcRuleExport, ""},
+      {kPcTzOffset, "+0000\n"},
+      {kRtk, "j:skb:0x100000\n"},
+      {kPppoeFilter, "0\n"},
   };
   for (const Database &db : kDatabases) {
-    std::string base = std::string(db.module) + "/" + db.name;
-    files.push_back({base + "_clean", ""});
-    files.push_back({base + "_info", db_info_text(1, 0, 0)});
-    files.push_back({base + "_size", ""});
-    files.push_back({base + "_import", ""});
+    files.push_back({db.clean, ""});
+    files.push_back({db.info, db_info_text(1, 0, 0)});
+    files.push_back({db.size, ""});
+    files.push_back({db.import, ""});
   }
   return files;
 }
@@ -316,34 +315,36 @@ bool normalize_mac(const std::string &text, std::string *out) {
 
 long engine_write(const SimRoot &r, const std::string &path, const char *data, size_t len) {
   Verb v = make_verb(data, len);
+  // Its info file takes no verb.
   for (const Database &db : kDatabases) {
-    std::string base = std::string(db.module) + "/" + db.name + "_";
-    if (path.compare(0, base.size(), base) == 0) return rule_db(r, db, path.substr(base.size()), data, len);
+    if (path == db.clean) return rule_db(r, db, "clean", data, len);
+    if (path == db.size) return rule_db(r, db, "size", data, len);
+    if (path == db.import) return rule_db(r, db, "import", data, len);
   }
-  if (path == "/proc/vek/qos_enabled" || path == "/proc/vek/iam_enabled" ||
-      path == "/proc/sys/net/bridge/bridge-nf-filter-pppoe-tagged")
+  if (path == kQosEnabled || path == kIamEnabled ||
+      path == kPppoeFilter)
     return rule_switch(r, path, v, len);
-  if (path == "/proc/vek/conn_max" || path == "/proc/vek/dbcf_max_size" ||
-      path == "/proc/vek/dbcf_max_count")
+  if (path == kConnMax || path == kDbcfMaxSize ||
+      path == kDbcfMaxCount)
     return rule_limit(r, path, v, len);
-  if (path == "/proc/vek/fc_ctrl" || path == "/proc/vek/dst_ctrl" || path == "/proc/vek/mac_ctrl")
+  if (path == kFcCtrl || path == kDstCtrl || path == kMacCtrl)
     return rule_cache(r, path, v, len, true, true);
-  if (path == "/proc/vek/neighbor_ctrl") return rule_cache(r, path, v, len, true, false);
-  if (path == "/proc/vek/conn_ctx") return rule_cache(r, path, v, len, false, true);
-  if (path == "/proc/vek/kctrl") return rule_kctrl(r, path, v, len);
-  if (path == "/proc/vek/qos_ctrl") return rule_qos_ctrl(r, path, v, len);
-  if (path == "/proc/vek/qos_mode") return rule_qos_mode(r, path, v, len);
-  if (path == "/proc/vek/qoe_config") return rule_qoe_config(r, path, v, len);
-  if (path == "/proc/vek/qoe_config2") return rule_qoe_config2(r, path, v, len);
-  if (path == "/proc/vek/dbdev") return rule_dbdev(r, path, v, len);
-  if (path == "/proc/vek/limiter_ctrl") return rule_limiter(r, path, v, len);
-  if (path == "/proc/vek/monitor") return rule_monitor(r, path, v, len);
-  if (path == "/proc/vek/gc") return rule_gc(r, path, v, len);
-  if (path == "/proc/vek/ss") return rule_ss(r, path, v, len);
-  if (path == "/proc/vek/iam_ctrl") return rule_iam_ctrl(r, path, v, len);
-  if (path == "/proc/vek/pc_rule_import") return rule_pc_import(r, data, len);
-  if (path == "/proc/vek/pc_tzoffset") return rule_tzoffset(r, path, v, len);
-  if (path == "/proc/vek/rtk") return rule_rtk(r, path, v, len);
-  if (path == "/proc/vek/malnet_mode") return rule_malnet_mode(r, path, v, len);
+  if (path == kNeighborCtrl) return rule_cache(r, path, v, len, true, false);
+  if (path == kConnCtx) return rule_cache(r, path, v, len, false, true);
+  if (path == kKctrl) return rule_kctrl(r, path, v, len);
+  if (path == kQosCtrl) return rule_qos_ctrl(r, path, v, len);
+  if (path == kQosMode) return rule_qos_mode(r, path, v, len);
+  if (path == kQoeConfig) return rule_qoe_config(r, path, v, len);
+  if (path == kQoeConfig2) return rule_qoe_config2(r, path, v, len);
+  if (path == kDbdev) return rule_dbdev(r, path, v, len);
+  if (path == kLimiterCtrl) return rule_limiter(r, path, v, len);
+  if (path == kMonitor) return rule_monitor(r, path, v, len);
+  if (path == kGc) return rule_gc(r, path, v, len);
+  if (path == kSs) return rule_ss(r, path, v, len);
+  if (path == kIamCtrl) return rule_iam_ctrl(r, path, v, len);
+  if (path == kPcRuleImport) return rule_pc_import(r, data, len);
+  if (path == kPcTzOffset) return rule_tzoffset(r, path, v, len);
+  if (path == kRtk) return rule_rtk(r, path, v, len);
+  if (path == kMalnetMode) return rule_malnet_mode(r, path, v, len);
   return -EINVAL;
 }

@@ -7,12 +7,13 @@
 #include <vector>
 
 #include "common.h"
+#include "engine/interface.h"
 
 // One signature database of the kmod_xdn / kmod_xapp modules.
 struct Database {
-  const char *name;    // "grpxdb": prefix of its control files
-  const char *module;  // "/proc/kmod_xdn"
-  const char *file;    // "vek.xdb": its file in the data directory
+  const char *name;  // "grpxdb": its word in vek-sim's commands and its state files
+  const char *file;  // "vek.xdb": its file in the data directory
+  const char *clean, *info, *size, *import;  // its control files
 };
 extern const Database kDatabases[3];
 const Database *find_database(const std::string &name);

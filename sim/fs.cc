@@ -119,16 +119,16 @@ int fs_read(const char *path, char *buf, size_t size, off_t off, struct fuse_fil
 }
 
 bool is_image_stream(const std::string &gpath) {
-  const std::string suffix = "_import";
-  return gpath.compare(0, 10, "/proc/kmod") == 0 && gpath.size() > suffix.size() &&
-         gpath.compare(gpath.size() - suffix.size(), suffix.size(), suffix) == 0;
+  for (const Database &db : kDatabases)
+    if (gpath == db.import) return true;
+  return false;
 }
 
 int fs_write(const char *path, const char *buf, size_t size, off_t, struct fuse_file_info *) {
   const SimRoot &r = sim_root();
   std::string gpath = gateway_path(path);
   // A slow engine: callers that race over an import overlap for certain.
-  if (is_image_stream(gpath) || gpath == "/proc/vek/pc_rule_import") {
+  if (is_image_stream(gpath) || gpath == kPcRuleImport) {
     long ms = import_delay_ms(r);
     struct timespec pause = {ms / 1000, (ms % 1000) * 1000000};
     while (ms > 0 && nanosleep(&pause, &pause) != 0 && errno == EINTR) {

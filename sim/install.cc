@@ -116,8 +116,9 @@ std::string var_dir(const SimRoot &r) {
 }  // namespace
 
 bool load_engine_module(const SimRoot &r) {
+  const std::string dir = std::string(kEngineDir) + "/";
   for (const ControlFile &f : engine_control_files()) {
-    if (f.path.compare(0, 10, "/proc/vek/") != 0) continue;
+    if (f.path.compare(0, dir.size(), dir) != 0) continue;
     if (!write_file(r.backing(f.path), f.content)) return false;
   }
   return true;
@@ -137,7 +138,7 @@ bool reset_state(const SimRoot &r, std::string *error) {
     std::string image;
     if (read_file(r.host(var_dir(r) + "/" + db.file), &image) && !image.empty()) {
       ok = ok && write_file(db_state_path(r, db, "image"), image);
-      ok = ok && write_file(r.backing(std::string(db.module) + "/" + db.name + "_info"),
+      ok = ok && write_file(r.backing(db.info),
                             db_info_text(0, static_cast<long>(image.size()), db_epoch(0)));
     }
     ok = ok && write_file(db_state_path(r, db, "count"), "0\n");
@@ -146,7 +147,7 @@ bool reset_state(const SimRoot &r, std::string *error) {
   std::string exe_dir = r.backing("/proc/self");
   ok = ok && make_dirs(exe_dir);
   ok = ok && symlink("/usr/vek/bin/vektool", (exe_dir + "/exe").c_str()) == 0;
-  for (const char *name : {"init", "dnsmasq", "vek_service"}) ok = ok && process_start(r, name, 0) > 0;
+  for (const char *name : {"init", "dnsmasq", kServiceName}) ok = ok && process_start(r, name, 0) > 0;
   for (const char *const *p = kPrograms; *p; p++) ok = ok && set_program_status(r, *p, 0, nullptr);
   ok = ok && write_file(r.sim() + "/service/mode", "normal\n");
   ok = ok && write_file(service_reply_path(r, "get-cs"), kCloudReply);
@@ -160,10 +161,10 @@ bool install_sysroot(const SimRoot &r, const std::string &sim_exe, std::string *
   bool ok = make_dirs(r.root);
   ok = ok && write_if_missing(ini_path(r), kVekIni);
   std::string var = r.host(var_dir(r));
-  ok = ok && write_if_missing(var + "/vek.xdb", db_image("VEKXDB01", 1536));
-  ok = ok && write_if_missing(var + "/app.xdb", db_image("VEKSID01", 1100));
-  ok = ok && write_if_missing(var + "/vek.xr", db_image("VEKXR001", 300));
-  ok = ok && write_if_missing(var + "/app.id", kAppId);
+  ok = ok && write_if_missing(var + "/" + kGroupDatabaseFile, db_image("VEKXDB01", 1536));
+  ok = ok && write_if_missing(var + "/" + kAppDatabaseFile, db_image("VEKSID01", 1100));
+  ok = ok && write_if_missing(var + "/" + kRuleDatabaseFile, db_image("VEKXR001", 300));
+  ok = ok && write_if_missing(var + "/" + kAppIdFile, kAppId);
   for (const char *dir : {"/proc", "/var/run/vek", "/var/log/vek", "/tmp/vek", "/usr/vek/lib",
                           "/usr/vek/klib", "/usr/vek/etc", "/usr/vek/share"})
     ok = ok && make_dirs(r.host(dir));

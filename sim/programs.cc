@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "engine/interface.h"
 #include "install.h"
 #include "state.h"
 
@@ -21,22 +22,22 @@ const char *const kTopology =
 void vekctl(const SimRoot &r, const std::vector<std::string> &args) {
   if (args.size() < 2 || args[0] != "vek") return;
   if (args[1] == "on") {
-    if (!path_exists(r.backing("/proc/vek"))) load_engine_module(r);
+    if (!path_exists(r.backing(kEngineDir))) load_engine_module(r);
     for (size_t i = 2; i + 1 < args.size(); i++) {
-      if (args[i] == "--wan") write_file(r.backing("/proc/vek/malnet_up"), args[i + 1] + "\n");
-      if (args[i] == "--lan") write_file(r.backing("/proc/vek/malnet_dw"), args[i + 1] + "\n");
+      if (args[i] == "--wan") write_file(r.backing(kMalnetUp), args[i + 1] + "\n");
+      if (args[i] == "--lan") write_file(r.backing(kMalnetDw), args[i + 1] + "\n");
     }
-    if (!process_running(r, "vek_service")) process_start(r, "vek_service", 0);
+    if (!process_running(r, kServiceName)) process_start(r, kServiceName, 0);
   } else if (args[1] == "off") {
-    process_stop(r, "vek_service");
+    process_stop(r, kServiceName);
   }
 }
 
 // The topology daemon: registers itself and writes its topology file when
 // there is none yet.
 void dt_srv(const SimRoot &r) {
-  if (!process_running(r, "dt_srv")) process_start(r, "dt_srv", 0);
-  std::string topo = r.host("/tmp/bs/bs.json");
+  if (!process_running(r, kTopologyDaemon)) process_start(r, kTopologyDaemon, 0);
+  std::string topo = r.host(kTopologyFile);
   if (!path_exists(topo)) write_file(topo, kTopology);
 }
 
@@ -74,8 +75,8 @@ int run_program(const SimRoot &r, const std::string &name, const std::vector<std
     fputs(err.c_str(), stderr);
   }
   if (status == 0) {
-    if (name == "vekctl") vekctl(r, args);
-    if (name == "dt_srv") dt_srv(r);
+    if (name == kControlProgram) vekctl(r, args);
+    if (name == kTopologyDaemon) dt_srv(r);
     if (name == "killall") killall(r, args);
     if (name == "date") {
       if (args.size() == 1 && args[0] == "+%z") {

@@ -173,7 +173,7 @@ long rule_iam_ctrl(const SimRoot &r, const std::string &path, const Verb &v, siz
 // text in as many writes as the writer likes; the export shows what arrived.
 long rule_pc_import(const SimRoot &r, const char *data, size_t len) {
   std::string chunk(data, len);
-  const std::string exported = "/proc/vek/pc_rule_export";
+  const std::string exported = kPcRuleExport;
   if (trim(chunk) == "0" && chunk.size() <= 2) {
     store(r, exported, "");
   } else {

@@ -28,7 +28,7 @@ long rule_qos_ctrl(const SimRoot &r, const std::string &path, const Verb &v, siz
 
 // Sets item `index` of the JSON array record `tag` of qos_ctrl.
 void set_qos_ctrl_item(const SimRoot &r, const std::string &tag, int index, long value) {
-  const std::string path = "/proc/vek/qos_ctrl";
+  const std::string path = kQosCtrl;
   std::string content;
   if (!load(r, path, &content)) return;
   Json j = json_record(path, content, tag);
@@ -41,7 +41,7 @@ void set_qos_ctrl_item(const SimRoot &r, const std::string &tag, int index, long
 long queue_count(const SimRoot &r) {
   std::string content, value;
   long n = 0;
-  if (load(r, "/proc/vek/qos_ctrl", &content) && get_record(content, "d:qnum:", &value) &&
+  if (load(r, kQosCtrl, &content) && get_record(content, "d:qnum:", &value) &&
       parse_int(trim(value), &n))
     return n;
   return 0;
@@ -88,19 +88,19 @@ long rule_qoe_config(const SimRoot &r, const std::string &path, const Verb &v, s
   std::string content;
   load(r, path, &content);
   bool ok = true;
-  if ((cmd == 1 || cmd == 2) && argc == 1) {
+  if ((cmd == kSetQoeActive || cmd == kSetHyqosActive) && argc == 1) {
     long active = v.num(1, &ok);
     if (!ok) return -EINVAL;
-    set_qos_ctrl_item(r, cmd == 1 ? "j:qoe:" : "j:hyqos:", 0, active ? 1 : 0);
+    set_qos_ctrl_item(r, cmd == kSetQoeActive ? "j:qoe:" : "j:hyqos:", 0, active ? 1 : 0);
     return static_cast<long>(len);
   }
-  if (cmd == 3 && argc == 1) {
+  if (cmd == kSetQoeProfile && argc == 1) {
     long profile = v.num(1, &ok);
     if (!ok || profile < 0 || profile > 7) return -EINVAL;
     set_qos_ctrl_item(r, "j:qoe:", 1, profile);
     return static_cast<long>(len);
   }
-  if (cmd == 60 && argc == 3) {
+  if (cmd == kSetProfileSetting && argc == 3) {
     long profile = v.num(1, &ok), sens = v.num(2, &ok), inten = v.num(3, &ok);
     if (!ok || profile < 0 || profile > 7) return -EINVAL;
     Json pfs = json_record(path, content, "j:pfs:");
@@ -109,22 +109,22 @@ long rule_qoe_config(const SimRoot &r, const std::string &path, const Verb &v, s
     store(r, path, set_record(content, "j:pfs:", print_json(pfs.get())));
     return static_cast<long>(len);
   }
-  if (cmd == 501 || cmd == 510 || cmd == 511) {
+  if (cmd == kSetQueueRate || cmd == kResetQueues || cmd == kResetQueue) {
     long qnum = queue_count(r);
     Json rates = json_record(path, content, "j:hyqos_rate:");
     if (!rates || !cJSON_IsArray(rates.get())) rates.reset(cJSON_CreateArray());
     fit_queues(rates.get(), qnum);
-    if (cmd == 510 && argc == 0) {
+    if (cmd == kResetQueues && argc == 0) {
       cJSON_Delete(rates.release());
       rates.reset(cJSON_CreateArray());
       fit_queues(rates.get(), qnum);
-    } else if ((cmd == 501 && argc >= 3) || (cmd == 511 && argc == 2)) {
+    } else if ((cmd == kSetQueueRate && argc >= 3) || (cmd == kResetQueue && argc == 2)) {
       long dir = v.num(1, &ok), q = v.num(2, &ok);
-      long rate = cmd == 501 ? v.num(3, &ok) : kQueueRate;
+      long rate = cmd == kSetQueueRate ? v.num(3, &ok) : kQueueRate;
       if (!ok || dir < 0 || dir > 1 || q < 0 || q >= qnum || rate < 0) return -EINVAL;
       cJSON *d = cJSON_GetArrayItem(rates.get(), static_cast<int>(dir));
       std::string text;
-      if (cmd == 501) {
+      if (cmd == kSetQueueRate) {
         if (argc > 3) {
           text = v.rest(4);
         } else {
@@ -186,14 +186,14 @@ long rule_dbdev(const SimRoot &r, const std::string &path, const Verb &v, size_t
   long qnum = queue_count(r);
   std::string mac;
   bool has_mac = argc >= 1 && normalize_mac(v.words[1], &mac);
-  if (cmd == 6 && argc == 0) {
+  if (cmd == kDeleteDevices && argc == 0) {
     devs.reset(cJSON_CreateArray());
-  } else if (cmd == 7 && argc == 1) {
+  } else if (cmd == kDeleteDevice && argc == 1) {
     if (!has_mac) return -EINVAL;
     int i = find_device(devs.get(), mac);
     if (i < 0) return -ENOENT;
     cJSON_DeleteItemFromArray(devs.get(), i);
-  } else if (cmd == 10 && argc == 3) {
+  } else if (cmd == kSetDeviceQueue && argc == 3) {
     long up = v.num(2, &ok), down = v.num(3, &ok);
     if (!has_mac || !ok || up < 0 || up >= qnum || down < 0 || down >= qnum) return -EINVAL;
     int i = find_device(devs.get(), mac);
@@ -201,19 +201,19 @@ long rule_dbdev(const SimRoot &r, const std::string &path, const Verb &v, size_t
       cJSON_AddItemToArray(devs.get(), device_entry(mac, up, down));
     else
       cJSON_ReplaceItemInArray(devs.get(), i, device_entry(mac, up, down));
-  } else if (cmd == 11 && argc == 2) {
+  } else if (cmd == kSetDefaultQueue && argc == 2) {
     long up = v.num(1, &ok), down = v.num(2, &ok);
     if (!ok || up < 0 || up >= qnum || down < 0 || down >= qnum) return -EINVAL;
     defq.reset(int_pair(up, down));
-  } else if (cmd == 17 && argc == 0) {
+  } else if (cmd == kResetDefaultQueue && argc == 0) {
     defq.reset(int_pair(0, 0));
-  } else if (cmd == 18 && argc == 0) {
+  } else if (cmd == kResetDeviceQueues && argc == 0) {
     for (int i = 0; i < cJSON_GetArraySize(devs.get()); i++) {
       const char *m = cJSON_GetStringValue(cJSON_GetArrayItem(cJSON_GetArrayItem(devs.get(), i), 0));
       std::string kept = m ? m : "";
       cJSON_ReplaceItemInArray(devs.get(), i, device_entry(kept, def_up, def_down));
     }
-  } else if (cmd == 19 && argc == 1) {
+  } else if (cmd == kResetDeviceQueue && argc == 1) {
     if (!has_mac) return -EINVAL;
     int i = find_device(devs.get(), mac);
     if (i < 0) return -ENOENT;

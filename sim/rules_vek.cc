@@ -49,13 +49,13 @@ long rule_cache(const SimRoot &r, const std::string &path, const Verb &v, size_t
     cJSON *dr = array_member(j.get(), "dr");
     while (cJSON_GetArraySize(dr) <= id) cJSON_AddItemToArray(dr, int_pair(0, 0));
     cJSON_ReplaceItemInArray(dr, static_cast<int>(id), int_pair(thr, to));
-  } else if (path == "/proc/vek/fc_ctrl" && (v.text == "enable-cloud" || v.text == "disable-cloud")) {
+  } else if (path == kFcCtrl && (v.text == "enable-cloud" || v.text == "disable-cloud")) {
     set_number(j.get(), "ec", v.text == "enable-cloud" ? 1 : 0);
-  } else if (path == "/proc/vek/dst_ctrl" && w == "enable-ttl-delete" && v.words.size() == 2) {
+  } else if (path == kDstCtrl && w == "enable-ttl-delete" && v.words.size() == 2) {
     long n = v.num(1, &ok);
     if (!ok) return -EINVAL;
     set_number(j.get(), "et", n ? 1 : 0);
-  } else if (path == "/proc/vek/conn_ctx" && w == "set-dscp-tagging" && v.words.size() == 2) {
+  } else if (path == kConnCtx && w == "set-dscp-tagging" && v.words.size() == 2) {
     long n = v.num(1, &ok);
     if (!ok) return -EINVAL;
     cJSON *dscp = cJSON_GetObjectItem(j.get(), "dscp");
@@ -64,7 +64,7 @@ long rule_cache(const SimRoot &r, const std::string &path, const Verb &v, size_t
       dscp = cJSON_GetObjectItem(j.get(), "dscp");
     }
     set_number(dscp, "tagging", n ? 1 : 0);
-  } else if (path == "/proc/vek/conn_ctx" && w == "set-dscp-mapping") {
+  } else if (path == kConnCtx && w == "set-dscp-mapping") {
     Json mapping(cJSON_Parse(v.rest(1).c_str()));
     if (!mapping) return -EINVAL;
     cJSON *dscp = cJSON_GetObjectItem(j.get(), "dscp");
@@ -134,7 +134,7 @@ std::string kernel_mode(const SimRoot &r, const Database &db) {
 
 void set_info(const SimRoot &r, const Database &db, int writable, long size,
               unsigned long long epoch) {
-  store(r, std::string(db.module) + "/" + db.name + "_info", db_info_text(writable, size, epoch));
+  store(r, db.info, db_info_text(writable, size, epoch));
 }
 
 long rule_db(const SimRoot &r, const Database &db, const std::string &what, const char *data,
@@ -154,7 +154,7 @@ long rule_db(const SimRoot &r, const Database &db, const std::string &what, cons
     if (mode == "busy") return -EBUSY;
     std::string info;
     int writable = 0;
-    if (!load(r, std::string(db.module) + "/" + db.name + "_info", &info) ||
+    if (!load(r, db.info, &info) ||
         sscanf(info.c_str(), "writable: %d", &writable) != 1 || writable != 1)
       return -EBUSY;
     int32_t size = 0;

@@ -4,7 +4,9 @@
 #include <cstdlib>
 #include <cstring>
 
-const char *const kPrograms[] = {"vekctl", "veklog", "dt_srv", "killall", "date", nullptr};
+#include "engine/interface.h"
+
+const char *const kPrograms[] = {kControlProgram, kLogProgram, kTopologyDaemon, "killall", "date", nullptr};
 
 bool is_program(const std::string &name) {
   for (const char *const *p = kPrograms; *p; p++)
@@ -63,8 +65,8 @@ bool process_running(const SimRoot &r, const std::string &name) {
 static long usual_pid(const std::string &name) {
   if (name == "init") return 1;
   if (name == "dnsmasq") return 812;
-  if (name == "vek_service") return 1021;
-  if (name == "dt_srv") return 1187;
+  if (name == kServiceName) return 1021;
+  if (name == kTopologyDaemon) return 1187;
   return 0;
 }
 

@@ -8,13 +8,14 @@
 
 #include "db/appid.h"
 #include "db/database.h"
+#include "engine/interface.h"
 
 int main(int argc, char **argv) {
   if (argc != 3) {
     fprintf(stderr, "usage: bench_db push|import FILE\n");
     return 2;
   }
-  if (strcmp(argv[1], "push") == 0) return app_c6y_push(argv[2], "/proc/vek/kctrl");
+  if (strcmp(argv[1], "push") == 0) return app_c6y_push(argv[2], kKctrl);
   if (strcmp(argv[1], "import") == 0) return db_import(kGroupDatabase, argv[2]);
   fprintf(stderr, "bench_db: unknown operation %s\n", argv[1]);
   return 2;

@@ -1,4 +1,4 @@
-// The request channel to the engine's service vek_service: one JSON request
+// The request channel to the engine's service: one JSON request
 // per connection on its Unix stream socket, and whatever it answers within
 // the time-outs. No retries: a slow or silent service costs at most 3 s.
 #pragma once

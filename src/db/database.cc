@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "context.h"
+#include "engine/interface.h"
 #include "result.h"
 #include "sys/handles.h"
 #include "sys/procfs.h"
@@ -17,14 +17,9 @@
 #include "sys/source.h"
 #include "sys/sysroot.h"
 
-const Database kGroupDatabase = {"vek.xdb", "/proc/kmod_xdn/grpxdb_clean",
-                                 "/proc/kmod_xdn/grpxdb_info", "/proc/kmod_xdn/grpxdb_size",
-                                 "/proc/kmod_xdn/grpxdb_import"};
-const Database kAppDatabase = {"app.xdb", "/proc/kmod_xdn/sidxdb_clean",
-                               "/proc/kmod_xdn/sidxdb_info", "/proc/kmod_xdn/sidxdb_size",
-                               "/proc/kmod_xdn/sidxdb_import"};
-const Database kRuleDatabase = {"vek.xr", "/proc/kmod_xapp/xr_clean", "/proc/kmod_xapp/xr_info",
-                                "/proc/kmod_xapp/xr_size", "/proc/kmod_xapp/xr_import"};
+const Database kGroupDatabase = {kGroupDatabaseFile, kGrpxdbClean, kGrpxdbInfo, kGrpxdbSize, kGrpxdbImport};
+const Database kAppDatabase = {kAppDatabaseFile, kSidxdbClean, kSidxdbInfo, kSidxdbSize, kSidxdbImport};
+const Database kRuleDatabase = {kRuleDatabaseFile, kXrClean, kXrInfo, kXrSize, kXrImport};
 
 namespace {
 
@@ -69,10 +64,8 @@ bool db_info_read(const Database &db, db_info *info) {
   return db_info_parse(text.get(), info);
 }
 
-void db_default_path(const Database &db, char *out, unsigned int size) {
-  char path[300];
-  snprintf(path, sizeof path, "%s/%s", g_context.config.var, db.file);
-  snprintf(out, size, "%s", path);
+void data_file_path(const char *var, const char *name, char *out, unsigned int size) {
+  snprintf(out, size < 300 ? size : 300, "%s/%s", var, name);
 }
 
 void db_clean(const Database &db) {
@@ -107,9 +100,8 @@ int db_import(const Database &db, const char *path, Replacement *keep, int32_t *
   return RESULT_OK;
 }
 
-int db_reload_default(const Database &db, const char *path) {
-  if (path) return db_import(db, path);
+int db_reload_default(const Database &db, const char *var) {
   char default_path[300];
-  db_default_path(db, default_path, sizeof default_path);
+  data_file_path(var, db.file, default_path, sizeof default_path);
   return db_import(db, default_path);
 }

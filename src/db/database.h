@@ -31,8 +31,9 @@ bool db_info_parse(const char *text, db_info *info);
 // Reads and parses the info control file. true when it was read and valid.
 bool db_info_read(const Database &db, db_info *info);
 
-// The default file's path: "<var>/<file>", cut to 300 bytes.
-void db_default_path(const Database &db, char *out, unsigned int size);
+// A file of the data directory `var` (a database's default file, app.id):
+// "<var>/<name>", cut to 300 bytes and to `size`.
+void data_file_path(const char *var, const char *name, char *out, unsigned int size);
 
 // Runs the module's clean command through the shell; its status is ignored.
 void db_clean(const Database &db);
@@ -47,5 +48,5 @@ void db_clean(const Database &db);
 // not get ready or does not confirm the image.
 int db_import(const Database &db, const char *path, Replacement *keep = nullptr,
               int32_t *imported = nullptr);
-// Imports `path`, or the default file when there is none (lock held).
-int db_reload_default(const Database &db, const char *path);
+// Imports the default file from the data directory `var` (lock held).
+int db_reload_default(const Database &db, const char *var);

@@ -4,6 +4,7 @@
 
 #include "config/service.h"
 #include "context.h"
+#include "engine/interface.h"
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
@@ -12,7 +13,6 @@
 
 namespace {
 
-const char kFcCtrl[] = "/proc/vek/fc_ctrl";
 const char kGetCs[] = "{\"v\":1,\"method\":\"get-cs\"}";
 
 // The service's answer, trimmed, whatever the output mode; no answer at all

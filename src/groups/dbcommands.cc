@@ -19,9 +19,9 @@ int db_get_command(const Database &db) {
   return 0;
 }
 
-int db_load_command(const Database &db, const char *file) {
+int db_load_command(const Database &db, const char *var, const char *file) {
   char default_path[300];
-  db_default_path(db, default_path, sizeof default_path);
+  data_file_path(var, db.file, default_path, sizeof default_path);
   // The whole load, fall-back or new default included, is one change of
   // the engine; a caller that cannot have it finds the engine not ready.
   EngineLock lock;

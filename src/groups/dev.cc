@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "context.h"
+#include "engine/interface.h"
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
@@ -12,8 +13,6 @@
 #include "sys/text.h"
 
 namespace {
-
-const char kDbdev[] = "/proc/vek/dbdev";
 
 // The engine's JSON text after `tag`, printed as it comes: JSON as a bare
 // member without a line end, plain with one.
@@ -42,10 +41,10 @@ int dev_get_default_queue(int, char **) { return print_record("j:defq:"); }
 
 // No argument: every device. The word count alone decides.
 int dev_delete(int argc, char **argv) {
-  if (argc == 1) return write_verb_ok(kDbdev, "6");
+  if (argc == 1) return write_verb_ok(kDbdev, kDeleteDevices);
   MacCopy mac = copy_mac(argv[1]);
   if (!mac.valid) return wrong_arg_text(mac.text);
-  write_proc_line(kDbdev, "7 %s", mac.text);
+  write_proc_line(kDbdev, "%d %s", kDeleteDevice, mac.text);
   return report_ok();
 }
 
@@ -55,11 +54,11 @@ int dev_set_default_queue(int argc, char **argv) {
   int down = arg_int(argv[2]);
   if (up < 0) return wrong_arg(up);
   if (down < 0) return wrong_arg(down);
-  write_proc_line(kDbdev, "11 %d %d", up, down);
+  write_proc_line(kDbdev, "%d %d %d", kSetDefaultQueue, up, down);
   return report_ok();
 }
 
-int dev_reset_default_queue(int, char **) { return write_verb_ok(kDbdev, "17"); }
+int dev_reset_default_queue(int, char **) { return write_verb_ok(kDbdev, kResetDefaultQueue); }
 
 // The engine judges the queue ids against its queue count.
 int dev_set_queue(int argc, char **argv) {
@@ -70,15 +69,15 @@ int dev_set_queue(int argc, char **argv) {
   int down = arg_int(argv[3]);
   if (up < 0) return wrong_arg(up);
   if (down < 0) return wrong_arg(down);
-  write_proc_line(kDbdev, "10 %s %d %d", mac.text, up, down);
+  write_proc_line(kDbdev, "%d %s %d %d", kSetDeviceQueue, mac.text, up, down);
   return report_ok();
 }
 
 int dev_reset_queue(int argc, char **argv) {
-  if (argc == 1) return write_verb_ok(kDbdev, "18");
+  if (argc == 1) return write_verb_ok(kDbdev, kResetDeviceQueues);
   MacCopy mac = copy_mac(argv[1]);
   if (!mac.valid) return wrong_arg_text(mac.text);
-  write_proc_line(kDbdev, "19 %s", mac.text);
+  write_proc_line(kDbdev, "%d %s", kResetDeviceQueue, mac.text);
   return report_ok();
 }
 

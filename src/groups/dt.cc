@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "context.h"
+#include "engine/interface.h"
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
@@ -14,14 +15,14 @@
 
 namespace {
 
-const char kDaemon[] = "dt_srv";
-const char kTopologyFile[] = "/tmp/bs/bs.json";
 const char kEmptyTopology[] = "{\"bands\":[],\"stas\":[]}";
 
-bool daemon_running() { return find_pid_by_name(kDaemon) >= 0; }
+bool daemon_running() { return find_pid_by_name(kTopologyDaemon) >= 0; }
 
 // The daemon as installed: "<root>/bin/dt_srv".
-void daemon_path(char *out, size_t size) { snprintf(out, size, "%s/bin/%s", g_context.root_dir, kDaemon); }
+void daemon_path(char *out, size_t size) {
+  snprintf(out, size, "%s/bin/%s", g_context.root_dir, kTopologyDaemon);
+}
 
 // Success is reported also when the daemon already ran; the shell's status is
 // not looked at.
@@ -36,7 +37,7 @@ int dt_start(int, char **) {
 }
 
 int dt_stop(int, char **) {
-  run_command("killall %s", kDaemon);
+  run_command("killall %s", kTopologyDaemon);
   return report_ok();
 }
 

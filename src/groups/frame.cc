@@ -38,6 +38,11 @@ int write_verb_ok(const char *path, const char *verb) {
   return report_ok();
 }
 
+int write_verb_ok(const char *path, int verb) {
+  write_proc_line(path, "%d", verb);
+  return report_ok();
+}
+
 int wrong_arg_number(int argc) {
   report_result(RESULT_FAILED, "Wrong arg number: %d", argc);
   return 1;

@@ -43,6 +43,8 @@ int report_ok();
 // Writes one verb to a control file and reports success, whatever the
 // engine made of it; returns 0.
 int write_verb_ok(const char *path, const char *verb);
+// The same for a numbered verb without arguments ("510").
+int write_verb_ok(const char *path, int verb);
 
 // Uniform argument errors: report code 1 with the detail, return 1.
 int wrong_arg_number(int argc);  // "Wrong arg number: %d"

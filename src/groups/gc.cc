@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "context.h"
+#include "engine/interface.h"
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
@@ -14,8 +15,6 @@
 #include "sys/text.h"
 
 namespace {
-
-const char kGc[] = "/proc/vek/gc";
 
 // The index is the number the engine takes. "l2l" is taken although the help
 // lists only the first five.

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "context.h"
+#include "engine/interface.h"
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
@@ -14,34 +15,28 @@
 
 namespace {
 
-const char kEnabled[] = "/proc/vek/iam_enabled";
-const char kCtrl[] = "/proc/vek/iam_ctrl";
-const char kRuleImport[] = "/proc/vek/pc_rule_import";
-const char kRuleExport[] = "/proc/vek/pc_rule_export";
-const char kTzOffset[] = "/proc/vek/pc_tzoffset";
-
 const char *g_rule_file;  // -f
 
-int iam_on(int, char **) { return write_verb_ok(kEnabled, "1"); }
-int iam_off(int, char **) { return write_verb_ok(kEnabled, "0"); }
-int iam_get(int, char **) { return print_proc_text(kCtrl, false); }
+int iam_on(int, char **) { return write_verb_ok(kIamEnabled, "1"); }
+int iam_off(int, char **) { return write_verb_ok(kIamEnabled, "0"); }
+int iam_get(int, char **) { return print_proc_text(kIamCtrl, false); }
 int iam_get_content(int, char **) { return 0; }
-int iam_get_rules(int, char **) { return print_proc_text(kRuleExport, false); }
-int iam_clear_rules(int, char **) { return write_verb_ok(kRuleImport, "0"); }
-int iam_enable_redirect(int, char **) { return write_verb_ok(kCtrl, "enable-redirect"); }
-int iam_disable_redirect(int, char **) { return write_verb_ok(kCtrl, "disable-redirect"); }
+int iam_get_rules(int, char **) { return print_proc_text(kPcRuleExport, false); }
+int iam_clear_rules(int, char **) { return write_verb_ok(kPcRuleImport, "0"); }
+int iam_enable_redirect(int, char **) { return write_verb_ok(kIamCtrl, "enable-redirect"); }
+int iam_disable_redirect(int, char **) { return write_verb_ok(kIamCtrl, "disable-redirect"); }
 
 // The engine's verb for the address is "set-redirect"; the text is passed on
 // unchecked, as is the TTL.
 int iam_set_redirect_ip(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
-  write_proc_line(kCtrl, "set-redirect %s", argv[1]);
+  write_proc_line(kIamCtrl, "set-redirect %s", argv[1]);
   return report_ok();
 }
 
 int iam_set_redirect_ttl(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
-  write_proc_line(kCtrl, "set-redirect-ttl %s", argv[1]);
+  write_proc_line(kIamCtrl, "set-redirect-ttl %s", argv[1]);
   return report_ok();
 }
 
@@ -55,12 +50,12 @@ int iam_set_rules(int, char **) {
   if (!g_rule_file) return failed_to_read();
   EngineLock lock;
   if (!lock.take(g_context.config.run)) return failed_to_read();
-  write_proc_line(kRuleImport, "0");
+  write_proc_line(kPcRuleImport, "0");
   // The capture gives an empty text when date printed nothing: the engine
   // must never see an empty offset.
   OwnedText offset = run_command_capture(0, "date +%z");
-  if (offset && offset.get()[0] != '\0') write_proc_line(kTzOffset, "%s", offset.get());
-  copy_file(kRuleImport, g_rule_file);
+  if (offset && offset.get()[0] != '\0') write_proc_line(kPcTzOffset, "%s", offset.get());
+  copy_file(kPcRuleImport, g_rule_file);
   return report_ok();
 }
 

@@ -10,6 +10,7 @@
 
 #include "config/json.h"
 #include "context.h"
+#include "engine/interface.h"
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
@@ -19,8 +20,6 @@
 #include "sys/text.h"
 
 namespace {
-
-const char kLimiterCtrl[] = "/proc/vek/limiter_ctrl";
 
 enum TargetType { TARGET_MAC = 0, TARGET_SUBNET = 1, TARGET_ID = 2 };
 

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "context.h"
+#include "engine/interface.h"
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
@@ -11,8 +12,6 @@
 #include "sys/text.h"
 
 namespace {
-
-const char kMonitor[] = "/proc/vek/monitor";
 
 struct CounterType {
   const char *word;

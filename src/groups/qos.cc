@@ -9,6 +9,8 @@
 
 #include "config/json.h"
 #include "context.h"
+#include "engine/interface.h"
+#include "engine/state.h"
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
@@ -18,15 +20,6 @@
 #include "sys/text.h"
 
 namespace {
-
-const char kQosEnabled[] = "/proc/vek/qos_enabled";
-const char kQosMode[] = "/proc/vek/qos_mode";
-const char kQosCtrl[] = "/proc/vek/qos_ctrl";
-const char kQoeConfig[] = "/proc/vek/qoe_config";
-const char kQoeConfig2[] = "/proc/vek/qoe_config2";
-const char kQoeOptimization[] = "/proc/vek/qoe_optimization";
-const char kConnCtx[] = "/proc/vek/conn_ctx";
-const char kDbdev[] = "/proc/vek/dbdev";
 
 // The index of a name is what the engine reads and writes.
 const char *const kAlgorithms[] = {"none", "qoe", "hyqos"};
@@ -150,7 +143,7 @@ int get_qoe_active(int, char **) {
 
 int set_qoe_active(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
-  write_proc_line(kQoeConfig, "1 %d", arg_int(argv[1]));
+  write_proc_line(kQoeConfig, "%d %d", kSetQoeActive, arg_int(argv[1]));
   return report_ok();
 }
 
@@ -175,7 +168,7 @@ int set_qoe_profile(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   int index = profile_index(argv[1]);
   if (index < 0) return 1;
-  write_proc_line(kQoeConfig, "3 %d", index);
+  write_proc_line(kQoeConfig, "%d %d", kSetQoeProfile, index);
   return report_ok();
 }
 
@@ -196,7 +189,7 @@ int set_qoe_profile_setting(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
   int index = profile_index(argv[1]);
   if (index < 0) return 1;
-  write_proc_line(kQoeConfig, "60 %d %d %d", index, g_sensitivity, g_intensity);
+  write_proc_line(kQoeConfig, "%d %d %d %d", kSetProfileSetting, index, g_sensitivity, g_intensity);
   return report_ok();
 }
 
@@ -217,7 +210,7 @@ int set_qoe_profile_settings(int argc, char **argv) {
     int32_t sensitivity = 0, intensity = 0;
     json_get_int(pair, "0", &sensitivity);
     json_get_int(pair, "1", &intensity);
-    write_proc_line(kQoeConfig, "60 %d %d %d", index, sensitivity, intensity);
+    write_proc_line(kQoeConfig, "%d %d %d %d", kSetProfileSetting, index, sensitivity, intensity);
   }
   return report_ok();
 }
@@ -294,7 +287,7 @@ int get_hyqos_active(int, char **) {
 
 int set_hyqos_active(int argc, char **argv) {
   if (argc < 2) return wrong_arg_number(argc);
-  write_proc_line(kQoeConfig, "2 %d", arg_int(argv[1]));
+  write_proc_line(kQoeConfig, "%d %d", kSetHyqosActive, arg_int(argv[1]));
   return report_ok();
 }
 
@@ -323,7 +316,7 @@ int set_hyqos_queue(int argc, char **argv) {
   int count = 0;
   if (!queue_count(&count)) return 1;
   if (queue >= count) return wrong_arg(queue);
-  write_proc_line(kQoeConfig, "501 %d %d %d", direction, queue, rate);
+  write_proc_line(kQoeConfig, "%d %d %d %d", kSetQueueRate, direction, queue, rate);
   return report_ok();
 }
 
@@ -352,20 +345,20 @@ int set_hyqos_queues(int argc, char **argv) {
       if (!text) return 1;
       int32_t rate = 0;
       json_get_int(entry, "1", &rate);
-      write_proc_line(kQoeConfig, "501 %d %d %d %s", d, q, rate, text);
+      write_proc_line(kQoeConfig, "%d %d %d %d %s", kSetQueueRate, d, q, rate, text);
     }
   }
   return report_ok();
 }
 
 int reset_hyqos_queue(int argc, char **argv) {
-  if (argc == 1) return write_verb_ok(kQoeConfig, "510");
+  if (argc == 1) return write_verb_ok(kQoeConfig, kResetQueues);
   if (argc == 2) return wrong_arg_number(argc);
   int direction = arg_int(argv[1]);
   int queue = arg_int(argv[2]);
   if (direction < 0) return wrong_arg(direction);
   if (queue < 0) return wrong_arg(queue);
-  write_proc_line(kQoeConfig, "511 %d %d", direction, queue);
+  write_proc_line(kQoeConfig, "%d %d %d", kResetQueue, direction, queue);
   return report_ok();
 }
 
@@ -441,7 +434,8 @@ int add_hyqos_devs(int argc, char **argv) {
     int32_t up = 0, down = 0;
     json_get_int(entry, "1", &up);
     json_get_int(entry, "2", &down);
-    write_proc_line(kDbdev, "10 %s %d %d", cJSON_GetStringValue(cJSON_GetArrayItem(entry, 0)), up, down);
+    write_proc_line(kDbdev, "%d %s %d %d", kSetDeviceQueue, cJSON_GetStringValue(cJSON_GetArrayItem(entry, 0)),
+                    up, down);
   }
   return report_ok();
 }
@@ -449,7 +443,7 @@ int add_hyqos_devs(int argc, char **argv) {
 // No argument deletes every device. Otherwise each MAC is checked and
 // deleted in turn: a bad one stops the run with the earlier ones deleted.
 int del_hyqos_devs(int argc, char **argv) {
-  if (argc < 2) return write_verb_ok(kDbdev, "6");
+  if (argc < 2) return write_verb_ok(kDbdev, kDeleteDevices);
   JsonTree macs(cJSON_Parse(argv[1]));
   if (!macs) return wrong_json(argv[1]);
   if (!cJSON_IsArray(macs.get())) {
@@ -462,7 +456,7 @@ int del_hyqos_devs(int argc, char **argv) {
       report_result(RESULT_FAILED, "Invalid mac: %s", mac ? mac : "null");
       return 0;
     }
-    write_proc_line(kDbdev, "7 %s", mac);
+    write_proc_line(kDbdev, "%d %s", kDeleteDevice, mac);
   }
   return report_ok();
 }

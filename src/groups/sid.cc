@@ -3,6 +3,8 @@
 #include <cstdio>
 
 #include "context.h"
+#include "db/database.h"
+#include "engine/interface.h"
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
@@ -13,15 +15,9 @@ namespace {
 
 const char *g_file;  // -f: the new application-id file for load
 
-void app_id_path(char *out, size_t size) {
-  char path[300];
-  snprintf(path, sizeof path, "%s/app.id", g_context.config.var);
-  snprintf(out, size, "%s", path);
-}
-
 int get(int, char **) {
   char path[300];
-  app_id_path(path, sizeof path);
+  data_file_path(g_context.config.var, kAppIdFile, path, sizeof path);
   if (file_exists(path)) {
     printf("{\"return\":0,\"appid_path\":\"%s\"}", path);
   } else {
@@ -38,7 +34,7 @@ int load(int, char **) {
     return 0;
   }
   char destination[300];
-  app_id_path(destination, sizeof destination);
+  data_file_path(g_context.config.var, kAppIdFile, destination, sizeof destination);
   if (!g_file) {
     report_result(RESULT_NO_CONFIG, nullptr);
     return 0;

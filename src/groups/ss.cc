@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "context.h"
+#include "engine/interface.h"
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
@@ -15,7 +16,6 @@
 
 namespace {
 
-const char kSs[] = "/proc/vek/ss";
 const size_t kDeviceNameMax = 31;
 
 int ss_enable(int, char **) { return write_verb_ok(kSs, "enable"); }

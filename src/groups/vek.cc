@@ -1,8 +1,6 @@
 // vektool vek: the engine as a whole: start and stop it, switch it on and
 // off, read its state and statistics, change its settings, and put every
 // setting of vek.ini back into it.
-#include <sys/stat.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -13,6 +11,8 @@
 #include "context.h"
 #include "db/appid.h"
 #include "db/database.h"
+#include "engine/interface.h"
+#include "engine/state.h"
 #include "groups/frame.h"
 #include "groups/groups.h"
 #include "result.h"
@@ -24,19 +24,6 @@
 #include "sys/text.h"
 
 namespace {
-
-const char kKctrl[] = "/proc/vek/kctrl";
-const char kFcCtrl[] = "/proc/vek/fc_ctrl";
-const char kDstCtrl[] = "/proc/vek/dst_ctrl";
-const char kMacCtrl[] = "/proc/vek/mac_ctrl";
-const char kNeighborCtrl[] = "/proc/vek/neighbor_ctrl";
-const char kConnCtx[] = "/proc/vek/conn_ctx";
-const char kConnMax[] = "/proc/vek/conn_max";
-const char kDbcfMaxSize[] = "/proc/vek/dbcf_max_size";
-const char kDbcfMaxCount[] = "/proc/vek/dbcf_max_count";
-const char kQosMode[] = "/proc/vek/qos_mode";
-const char kMalnetMode[] = "/proc/vek/malnet_mode";
-const char kPppoeFilter[] = "/proc/sys/net/bridge/bridge-nf-filter-pppoe-tagged";
 
 // The group's options; they overwrite tool_config for this run.
 struct VekOptions {
@@ -70,7 +57,7 @@ int start(int, char **) {
   const tool_config &config = g_context.config;
   TextBuffer command;
   Word word;
-  text_buffer_appendf(&command, "vekctl vek on");
+  text_buffer_appendf(&command, "%s vek on", kControlProgram);
   if (config.upstream_port[0])
     text_buffer_appendf(&command, " --wan %s",
                         shell_word(word.text, sizeof word.text, config.upstream_port));
@@ -88,7 +75,7 @@ int start(int, char **) {
 
 int stop(int, char **) {
   TextBuffer command;
-  text_buffer_appendf(&command, "vekctl vek off");
+  text_buffer_appendf(&command, "%s vek off", kControlProgram);
   if (!command.data) return RESULT_NO_MEMORY;
   int status = run_command("%s", command.data);
   report_result(status, nullptr);
@@ -98,7 +85,7 @@ int stop(int, char **) {
 int run_veklog(const char *verb) {
   const tool_config &config = g_context.config;
   char program[300];
-  snprintf(program, sizeof program, "%s/veklog", config.bin);
+  snprintf(program, sizeof program, "%s/%s", config.bin, kLogProgram);
   Word program_word, ini_word;
   return run_command("%s %s --conf %s > /dev/null 2>&1",
                      shell_path(program_word.text, sizeof program_word.text, program), verb,
@@ -150,16 +137,9 @@ unsigned long long database_epoch(const char *info_path) {
   return epoch;
 }
 
-bool is_directory(const char *path) {
-  struct stat st;
-  return stat(SysPath(path), &st) == 0 && S_ISDIR(st.st_mode);
-}
-
 int status(int, char **) {
-  long pid = find_pid_by_name("vek_service");
-  char proc_dir[64];
-  snprintf(proc_dir, sizeof proc_dir, "/proc/%d", static_cast<int>(pid));
-  if (pid < 0 || !is_directory(proc_dir)) {
+  long pid = service_pid();
+  if (pid < 0) {
     report_result(RESULT_NO_SERVICE, nullptr);
     return 0;
   }
@@ -176,12 +156,12 @@ int status(int, char **) {
   cJSON *state = cJSON_CreateObject();
   cJSON_AddItemToObject(root.get(), "status", state);
 
-  add_record_text(state, "version", "/proc/vek/version", "s:major:");
-  add_record_text(state, "tag", "/proc/vek/version", "s:minor:");
+  add_record_text(state, "version", kEngineVersion, "s:major:");
+  add_record_text(state, "tag", kEngineVersion, "s:minor:");
   cJSON_AddNumberToObject(state, "service_pid", static_cast<double>(pid));
-  cJSON_AddNumberToObject(state, "qos", SmallFile("/proc/vek/qos_enabled").number() != 0);
+  cJSON_AddNumberToObject(state, "qos", SmallFile(kQosEnabled).number() != 0);
   cJSON_AddNumberToObject(state, "parental control",
-                          SmallFile("/proc/vek/iam_enabled").number() != 0);
+                          SmallFile(kIamEnabled).number() != 0);
   {
     SmallFile fc(kFcCtrl);
     JsonTree tree(cJSON_Parse(fc.text));
@@ -195,8 +175,8 @@ int status(int, char **) {
   cJSON_AddStringToObject(state, "cache0_max_size", SmallFile(kDbcfMaxSize).text);
   cJSON_AddNumberToObject(state, "cache0_limitation", SmallFile(kDbcfMaxCount).number());
   cJSON_AddStringToObject(state, "qos_mode", SmallFile(kQosMode).text);
-  cJSON_AddStringToObject(state, "upstream_port", SmallFile("/proc/vek/malnet_up").text);
-  cJSON_AddStringToObject(state, "downstream_port", SmallFile("/proc/vek/malnet_dw").text);
+  cJSON_AddStringToObject(state, "upstream_port", SmallFile(kMalnetUp).text);
+  cJSON_AddStringToObject(state, "downstream_port", SmallFile(kMalnetDw).text);
   cJSON_AddNumberToObject(state, "vek_xdb_date",
                           static_cast<double>(database_epoch(kGroupDatabase.info_path)));
   cJSON_AddNumberToObject(state, "app_xdb_date",
@@ -211,7 +191,7 @@ int status(int, char **) {
 
 int stats(int, char **) {
   OwnedText text;
-  if (read_proc_file("/proc/vek/qos_traffic", &text, nullptr) != 0 || !text) {
+  if (read_proc_file(kQosTraffic, &text, nullptr) != 0 || !text) {
     report_result(RESULT_ENGINE_INFO, nullptr);
     return 0;
   }
@@ -327,8 +307,8 @@ int enable_cache_ttl(int argc, char **argv) {
 // what it can.
 int reset_to_default(int, char **) {
   const tool_config &config = g_context.config;
-  write_proc_line("/proc/vek/qos_enabled", "%s", config.qos ? "1" : "0");
-  write_proc_line("/proc/vek/iam_enabled", "%s", config.iam ? "1" : "0");
+  write_proc_line(kQosEnabled, "%s", config.qos ? "1" : "0");
+  write_proc_line(kIamEnabled, "%s", config.iam ? "1" : "0");
   write_proc_line(kFcCtrl, "%s", config.cs ? "enable-cloud" : "disable-cloud");
   write_proc_line(kConnMax, "%s", config.max_conn_count);
   write_proc_line(kDbcfMaxSize, "%s", config.max_cache_size);
@@ -343,7 +323,7 @@ int reset_to_default(int, char **) {
   if (config.skbmark[0]) {
     char mark[128];
     snprintf(mark, sizeof mark, "j:skb:%s", config.skbmark);
-    write_proc_line("/proc/vek/rtk", "%s", mark);
+    write_proc_line(kRtk, "%s", mark);
   }
   // The category table and the three imports are multi-step changes: one
   // caller at a time, all four under one hold of the lock, so that two
@@ -353,11 +333,11 @@ int reset_to_default(int, char **) {
   if (lock.take(config.run)) {
     write_proc_line(kKctrl, "reset-appid-c6y");
     char app_id[300];
-    snprintf(app_id, sizeof app_id, "%s/%s", config.var, "app.id");
+    data_file_path(config.var, kAppIdFile, app_id, sizeof app_id);
     app_c6y_push(app_id, kKctrl);
-    db_reload_default(kGroupDatabase, nullptr);
-    db_reload_default(kAppDatabase, nullptr);
-    db_reload_default(kRuleDatabase, nullptr);
+    db_reload_default(kGroupDatabase, config.var);
+    db_reload_default(kAppDatabase, config.var);
+    db_reload_default(kRuleDatabase, config.var);
   }
   return report_ok();
 }

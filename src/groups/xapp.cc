@@ -11,8 +11,8 @@ const char *g_file;  // -f: the database file for loadxdb and loadxr
 
 int getxdb(int, char **) { return db_get_command(kAppDatabase); }
 int getxr(int, char **) { return db_get_command(kRuleDatabase); }
-int loadxdb(int, char **) { return db_load_command(kAppDatabase, g_file); }
-int loadxr(int, char **) { return db_load_command(kRuleDatabase, g_file); }
+int loadxdb(int, char **) { return db_load_command(kAppDatabase, g_context.config.var, g_file); }
+int loadxr(int, char **) { return db_load_command(kRuleDatabase, g_context.config.var, g_file); }
 int clearxdb(int, char **) { return db_clear_command(kAppDatabase); }
 int clearxr(int, char **) { return db_clear_command(kRuleDatabase); }
 

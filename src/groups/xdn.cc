@@ -9,7 +9,7 @@ namespace {
 const char *g_file;  // -f: the database file for load
 
 int get(int, char **) { return db_get_command(kGroupDatabase); }
-int load(int, char **) { return db_load_command(kGroupDatabase, g_file); }
+int load(int, char **) { return db_load_command(kGroupDatabase, g_context.config.var, g_file); }
 int clear(int, char **) { return db_clear_command(kGroupDatabase); }
 
 const char *const kUsages[] = {

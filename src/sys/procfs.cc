@@ -10,8 +10,6 @@
 #include <memory>
 
 #include "sys/handles.h"
-#include "sys/scan.h"
-#include "sys/shell.h"
 #include "sys/source.h"
 #include "sys/sysroot.h"
 
@@ -91,22 +89,6 @@ class LineReader {
 int open_path(const char *path, int flags) {
   if (!path) return -1;
   return open(SysPath(path), flags | O_NONBLOCK | O_CLOEXEC);
-}
-
-bool is_directory(const char *path) {
-  struct stat st;
-  return stat(SysPath(path), &st) == 0 && S_ISDIR(st.st_mode);
-}
-
-// The text after `tag` on its record line, trimmed, as a new allocation.
-int read_tagged_text(const char *path, const char *tag, OwnedText *text) {
-  OwnedText line;
-  if (find_record(path, tag, &line) != 0 || !line) return 1;
-  OwnedText value = str_dup(line.get() + strlen(tag));
-  if (!value) return 1;
-  trim(value.get());
-  if (text) *text = std::move(value);
-  return 0;
 }
 
 }  // namespace
@@ -242,28 +224,3 @@ int copy_file(const char *destination, const char *source) {
   });
   return total < 0 || short_write ? -1 : static_cast<int>(total);
 }
-
-int engine_loaded() { return is_directory("/proc/vek") ? 1 : 0; }
-
-int service_alive() {
-  long pid = find_pid_by_name("vek_service");
-  if (pid < 0) return 0;
-  char path[64];
-  snprintf(path, sizeof path, "/proc/%ld", pid);
-  return is_directory(path) ? 1 : 0;
-}
-
-int read_hyqos_rate(OwnedText *text) {
-  return read_tagged_text("/proc/vek/qoe_config", "j:hyqos_rate:", text);
-}
-
-int read_queue_number(int *count) {
-  OwnedText line;
-  if (find_record("/proc/vek/qos_ctrl", "d:qnum:", &line) != 0 || !line) return 1;
-  int value = 0;
-  if (scan32(line.get(), "d:qnum:%d", &value) != 1) return 1;
-  if (count) *count = value;
-  return 0;
-}
-
-int read_dbdev(OwnedText *text) { return read_tagged_text("/proc/vek/dbdev", "j:devs:", text); }

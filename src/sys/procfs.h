@@ -1,5 +1,5 @@
-// The engine's control files: one verb per write, whole-file reads that do
-// not trust the size procfs reports, and tagged records ("d:qnum:42").
+// Control files: one verb per write, whole-file reads that do not trust the
+// size procfs reports, and tagged records ("d:qnum:42").
 #pragma once
 
 #include "sys/text.h"
@@ -40,13 +40,3 @@ int find_record(const char *path, const char *tag, OwnedText *line);
 // bytes. Bytes copied; -1 when the source cannot be opened or a write falls
 // short; -2 when the destination cannot be opened (it is never created).
 int copy_file(const char *destination, const char *source);
-// 1 if "/proc/vek" is a directory.
-int engine_loaded();
-// 1 if a process named "vek_service" runs and "/proc/<pid>" is a directory.
-int service_alive();
-
-// Typed readers: 0 on success, 1 when the file cannot be opened, the record is
-// missing or does not parse; the output is set only on success.
-int read_hyqos_rate(OwnedText *text);  // "j:hyqos_rate:" of /proc/vek/qoe_config, trimmed
-int read_queue_number(int *count);     // "d:qnum:" of /proc/vek/qos_ctrl
-int read_dbdev(OwnedText *text);       // "j:devs:" of /proc/vek/dbdev, trimmed

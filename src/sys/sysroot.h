@@ -16,7 +16,7 @@ const char *sysroot_prefix();
 // the path is relative or null, else R + path in `buf` (cut to `size`).
 const char *sysroot_path(const char *path, char *buf, size_t size);
 
-// A gateway path made ready for the system: SysPath p("/proc/vek"); open(p, ...).
+// A gateway path made ready for the system: SysPath p("/proc/self/exe"); open(p, ...).
 class SysPath {
  public:
   explicit SysPath(const char *path) : path_(sysroot_path(path, buf_, sizeof buf_)) {}

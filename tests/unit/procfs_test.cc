@@ -30,6 +30,7 @@ extern "C" ssize_t write(int fd, const void *bytes, size_t count) {
   return syscall(SYS_write, fd, bytes, count);
 }
 
+#include "engine/state.h"
 #include "scratch_sysroot.h"
 
 namespace {
