@@ -25,3 +25,32 @@ cases() {
     vek-sim journal | sed 's/^/  /'
   done
 }
+
+# The same cases, one line each: the words, a colon, what vektool printed on
+# both streams and the exit status as "[N]" (after a space when the output
+# ended its last line, glued to it when it did not; an output of several
+# lines keeps its inner line ends), then the engine's verbs, indented.
+#
+#   $ rows <<'EOF'
+#   > qos on --json
+#   > EOF
+#   qos on --json: {"return":0} [0]
+#     write /proc/vek/qos_enabled 1
+rows() {
+  while IFS= read -r line; do
+    case $line in
+      '' | '#'*) continue ;;
+      vek-sim*) eval "$line" </dev/null; continue ;;
+    esac
+    vek-sim journal --clear
+    out=$(eval "vektool $line" </dev/null 2>&1; printf '~%d' $?)
+    status=${out##*~}
+    out=${out%~*}
+    case $out in
+      *'
+') printf '%s: %s [%s]\n' "$line" "${out%?}" "$status" ;;
+      *) printf '%s: %s[%s]\n' "$line" "$out" "$status" ;;
+    esac
+    vek-sim journal | sed 's/^/  /'
+  done
+}
