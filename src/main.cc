@@ -12,7 +12,6 @@
 #include "groups/groups.h"
 #include "result.h"
 #include "sys/environ.h"
-#include "sys/sysroot.h"
 #include "sys/text.h"
 
 namespace {
@@ -71,9 +70,6 @@ int run(int argc, char **argv) {
   memset(&g_options, 0, sizeof g_options);
 
   find_installation();
-  // Twice on purpose: the engine's scripts expect the directory twice.
-  prepend_path_env("%s/usr/sbin", sysroot_prefix());
-  prepend_path_env("%s/usr/sbin", sysroot_prefix());
   prescan(argc, argv);
 
   if (config_load(&g_context.config, g_context.exe_dir, g_options.ini_file) != 0) {
