@@ -207,6 +207,8 @@ void argparse_describe(argparse *self, const char *description, const char *epil
   self->epilog = epilog;
 }
 
+void argparse_usage_text(argparse *self, const char *text) { self->usage_text = text; }
+
 int argparse_parse(argparse *self, int argc, char **argv) {
   self->argc = argc - 1;
   self->argv = argv + 1;
@@ -246,7 +248,11 @@ int argparse_parse(argparse *self, int argc, char **argv) {
 }
 
 void argparse_usage(argparse *self) {
-  if (self->usages && self->usages[0]) {
+  if (self->usage_text && self->usage_text[0]) {
+    const char *line = self->usage_text;
+    printf("Usage: %s\n", line);
+    for (line += strlen(line) + 1; *line; line += strlen(line) + 1) printf("   or: %s\n", line);
+  } else if (self->usages && self->usages[0]) {
     const char *const *usage = self->usages;
     printf("Usage: %s\n", *usage++);
     for (; *usage && **usage; usage++) printf("   or: %s\n", *usage);
