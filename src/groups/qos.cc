@@ -130,9 +130,7 @@ int get_algo(int, char **) {
     report_result(RESULT_FAILED, "Failed to read file: algorithm(%d) is invalid.", index);
     return 1;
   }
-  char name[32];
-  snprintf(name, sizeof name, "%s", kAlgorithms[index]);
-  print_result(RESULT_OK, name);
+  print_result(RESULT_OK, kAlgorithms[index]);
   return 0;
 }
 
