@@ -96,10 +96,9 @@ int finish_output(int status) {
   return 1;
 }
 
+// g_context and g_options are static storage: zero when the process starts,
+// and main runs once.
 int run(int argc, char **argv) {
-  memset(&g_context, 0, sizeof g_context);
-  memset(&g_options, 0, sizeof g_options);
-
   find_installation();
   prescan(argc, argv);
 
