@@ -24,7 +24,8 @@ struct Parse {
 void parse(void *arg) {
   Parse *p = static_cast<Parse *>(arg);
   argparse parser;
-  argparse_init(&parser, p->frame->options, p->frame->usages, ARGPARSE_IGNORE_UNKNOWN_ARGS);
+  argparse_init(&parser, p->frame->options, nullptr, ARGPARSE_IGNORE_UNKNOWN_ARGS);
+  argparse_usage_text(&parser, p->frame->usage);
   argparse_describe(&parser, p->frame->description, p->frame->epilog);
   p->kept = argparse_parse(&parser, static_cast<int>(p->vector->size()) - 1, p->vector->data());
 }

@@ -2,12 +2,17 @@
 // place; the positional words move to its front, followed by a null.
 #include "argparse.h"
 
+// Declares the C library's report of a failed assert in every build.
+#undef NDEBUG
+#include <assert.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 #include "sys/scan.h"
+#include "sys/text.h"
 
 namespace {
 
@@ -29,9 +34,9 @@ enum { OPT_LONG = 1, OPT_UNSET = 2 };
 // is a broken table: stop the way a failed assert does, also in builds that
 // compile asserts out.
 [[noreturn]] void bad_kind() {
-  fprintf(stderr, "%s: %s:%u: %s: Assertion `%s' failed.\n", program_invocation_short_name,
-          "src/argparse", 134u, "argparse_getvalue", "0");
-  abort();
+  // The C library's own report of a failed assert; the program name it
+  // prints is looked up only here, not at every start.
+  __assert_fail("0", "src/argparse", 134u, "argparse_getvalue");
 }
 
 // The value text of a kind that takes one: the pending text after "=" or
@@ -150,11 +155,11 @@ int long_opt(argparse *self) {
     size_t length = strlen(opt->long_name);
     const char *candidate = nullptr;
     int flags = OPT_LONG;
-    if (strncmp(text, opt->long_name, length) == 0) {
+    if (begins_with(text, opt->long_name)) {
       candidate = text;
     } else if ((opt->type == ARGPARSE_OPT_BOOLEAN || opt->type == ARGPARSE_OPT_BIT) &&
-               !(opt->flags & OPT_NONEG) && strncmp(text, "no-", 3) == 0 &&
-               strncmp(text + 3, opt->long_name, length) == 0) {
+               !(opt->flags & OPT_NONEG) && begins_with(text, "no-") &&
+               begins_with(text + 3, opt->long_name)) {
       candidate = text + 3;
       flags |= OPT_UNSET;
     } else {
@@ -207,6 +212,8 @@ void argparse_describe(argparse *self, const char *description, const char *epil
   self->epilog = epilog;
 }
 
+void argparse_usage_text(argparse *self, const char *text) { self->usage_text = text; }
+
 int argparse_parse(argparse *self, int argc, char **argv) {
   self->argc = argc - 1;
   self->argv = argv + 1;
@@ -246,7 +253,11 @@ int argparse_parse(argparse *self, int argc, char **argv) {
 }
 
 void argparse_usage(argparse *self) {
-  if (self->usages && self->usages[0]) {
+  if (self->usage_text && self->usage_text[0]) {
+    const char *line = self->usage_text;
+    printf("Usage: %s\n", line);
+    for (line += strlen(line) + 1; *line; line += strlen(line) + 1) printf("   or: %s\n", line);
+  } else if (self->usages && self->usages[0]) {
     const char *const *usage = self->usages;
     printf("Usage: %s\n", *usage++);
     for (; *usage && **usage; usage++) printf("   or: %s\n", *usage);

@@ -46,6 +46,7 @@ struct argparse_option {
 struct argparse {
   const argparse_option *options;
   const char *const *usages;  // ended by a null or an empty entry
+  const char *usage_text;     // or the lines in one text, each ended by "\0"
   int flags;
   const char *description;
   const char *epilog;
@@ -59,6 +60,10 @@ struct argparse {
 int argparse_init(argparse *self, const argparse_option *options,
                   const char *const *usages, int flags);
 void argparse_describe(argparse *self, const char *description, const char *epilog);
+// Gives the usage lines as one text instead (each line ended by "\0", the
+// text's own terminator ending the list): a table of pointers would cost a
+// relocation each at every start, for a text only help prints.
+void argparse_usage_text(argparse *self, const char *text);
 // Returns the number of words left at the front of argv (a null follows them).
 // Element 0 (the group word) is skipped and overwritten.
 int argparse_parse(argparse *self, int argc, char **argv);
@@ -66,7 +71,9 @@ void argparse_usage(argparse *self);
 // Prints the help and ends the process with status 0.
 int argparse_help_cb(argparse *self, const argparse_option *option);
 
-// Table builders.
+// Table builders. An empty help text is kept as a null, which the help
+// prints the same: a pointer costs a relocation at every start.
+constexpr const char *opt_help(const char *help) { return help && help[0] ? help : nullptr; }
 constexpr argparse_option OPT_END() { return {ARGPARSE_OPT_END, 0, nullptr, nullptr, nullptr, nullptr, 0, 0}; }
 constexpr argparse_option OPT_HELP() {
   return {ARGPARSE_OPT_BOOLEAN, 'h', "help", nullptr, "show this help message and exit",
@@ -76,20 +83,20 @@ constexpr argparse_option OPT_GROUP(const char *heading) {
   return {ARGPARSE_OPT_GROUP, 0, nullptr, nullptr, heading, nullptr, 0, 0};
 }
 constexpr argparse_option OPT_BOOLEAN(int s, const char *l, int *v, const char *help) {
-  return {ARGPARSE_OPT_BOOLEAN, s, l, v, help, nullptr, 0, 0};
+  return {ARGPARSE_OPT_BOOLEAN, s, l, v, opt_help(help), nullptr, 0, 0};
 }
 constexpr argparse_option OPT_BIT(int s, const char *l, int *v, const char *help, intptr_t mask) {
-  return {ARGPARSE_OPT_BIT, s, l, v, help, nullptr, mask, 0};
+  return {ARGPARSE_OPT_BIT, s, l, v, opt_help(help), nullptr, mask, 0};
 }
 constexpr argparse_option OPT_INTEGER(int s, const char *l, int *v, const char *help) {
-  return {ARGPARSE_OPT_INTEGER, s, l, v, help, nullptr, 0, 0};
+  return {ARGPARSE_OPT_INTEGER, s, l, v, opt_help(help), nullptr, 0, 0};
 }
 constexpr argparse_option OPT_UINTEGER(int s, const char *l, unsigned *v, const char *help) {
-  return {ARGPARSE_OPT_UINTEGER, s, l, v, help, nullptr, 0, 0};
+  return {ARGPARSE_OPT_UINTEGER, s, l, v, opt_help(help), nullptr, 0, 0};
 }
 constexpr argparse_option OPT_FLOAT(int s, const char *l, float *v, const char *help) {
-  return {ARGPARSE_OPT_FLOAT, s, l, v, help, nullptr, 0, 0};
+  return {ARGPARSE_OPT_FLOAT, s, l, v, opt_help(help), nullptr, 0, 0};
 }
 constexpr argparse_option OPT_STRING(int s, const char *l, const char **v, const char *help) {
-  return {ARGPARSE_OPT_STRING, s, l, v, help, nullptr, 0, 0};
+  return {ARGPARSE_OPT_STRING, s, l, v, opt_help(help), nullptr, 0, 0};
 }

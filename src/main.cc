@@ -1,8 +1,6 @@
 // vektool <group> <command> [args] [options]: finds the installation, reads
 // the global options and the configuration, and hands the rest of the line to
 // one command group. The exit status is the group's result.
-#include <libgen.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -12,10 +10,41 @@
 #include "groups/groups.h"
 #include "result.h"
 #include "sys/environ.h"
-#include "sys/sysroot.h"
 #include "sys/text.h"
 
 namespace {
+
+// What dirname(3) makes of `path`, cutting it in place: "." when it has no
+// directory part, "/" for the root ("//" when it begins with exactly two
+// slashes); trailing slashes do not count. Done here rather than by the C
+// library, whose every function costs a symbol lookup at its first call.
+const char *directory_of(char *path) {
+  static char dot[] = ".";
+  char *last = nullptr;
+  for (char *p = path; *p; p++) {
+    if (*p == '/') last = p;
+  }
+  if (last && last != path && last[1] == '\0') {
+    // A trailing slash: the one before the slashes that end the path.
+    char *run = last;
+    while (run != path && run[-1] == '/') run--;
+    if (run != path) {
+      last = nullptr;
+      for (char *p = run; p != path;) {
+        if (*--p == '/') {
+          last = p;
+          break;
+        }
+      }
+    }
+  }
+  if (!last) return dot;
+  char *end = last;
+  while (end != path && end[-1] == '/') end--;
+  if (end == path) end = last == path + 1 ? last + 1 : path + 1;
+  *end = '\0';
+  return path;
+}
 
 // Finds the installation from the executable's link: exe_dir is its
 // directory, root_dir the parent of that. Nothing is checked: an unreadable
@@ -23,9 +52,9 @@ namespace {
 void find_installation() {
   get_exe_path(g_context.root_dir, sizeof g_context.root_dir);
   g_context.root_dir[sizeof g_context.root_dir - 1] = '\0';
-  const char *dir = dirname(g_context.root_dir);
+  const char *dir = directory_of(g_context.root_dir);
   copy_text(g_context.exe_dir, sizeof g_context.exe_dir, dir);
-  dir = dirname(g_context.root_dir);
+  dir = directory_of(g_context.root_dir);
   if (dir != g_context.root_dir) {
     copy_text(g_context.root_dir, sizeof g_context.root_dir, dir);
   }
@@ -38,6 +67,7 @@ void prescan(int argc, char **argv) {
     const char *word = argv[i];
     bool has_next = i + 1 < argc;
     if (!has_next) break;
+    if (word[0] != '-') continue;
     if (strcmp(word, "-i") == 0 || strcmp(word, "--ini") == 0) {
       g_options.ini_file = argv[i + 1];
     } else if (strcmp(word, "-l") == 0 || strcmp(word, "--log") == 0) {
@@ -66,14 +96,10 @@ int finish_output(int status) {
   return 1;
 }
 
+// g_context and g_options are static storage: zero when the process starts,
+// and main runs once.
 int run(int argc, char **argv) {
-  memset(&g_context, 0, sizeof g_context);
-  memset(&g_options, 0, sizeof g_options);
-
   find_installation();
-  // Twice on purpose: the engine's scripts expect the directory twice.
-  prepend_path_env("%s/usr/sbin", sysroot_prefix());
-  prepend_path_env("%s/usr/sbin", sysroot_prefix());
   prescan(argc, argv);
 
   if (config_load(&g_context.config, g_context.exe_dir, g_options.ini_file) != 0) {

@@ -14,7 +14,6 @@
 
 #include "sys/handles.h"
 #include "sys/scan.h"
-#include "sys/shell.h"
 #include "sys/sysroot.h"
 #include "sys/text.h"
 
@@ -35,57 +34,74 @@ constexpr unsigned int kIniMax = 64 * 1024;
 // one of those lines may reach the terminal.
 int discard_library_message(const char *, ...) { return 0; }
 
-// The bytes of a candidate that is a regular file of at most kIniMax bytes;
-// false for anything else, which the search skips as it skips a missing file.
-// The file is opened without blocking, so that a FIFO or a device in its place
-// cannot hold the tool, and it is read once: the library is given exactly
-// these bytes.
-bool read_candidate(const char *path, TextBuffer *bytes) {
+// Room for one byte more than a configuration may hold, so that a longer
+// file shows itself. On the stack: no allocation to make and give back.
+using IniBytes = char[kIniMax + 1];
+
+// Reads a candidate that is a regular file of at most kIniMax bytes and
+// returns its length; -1 for anything else, which the search skips as it
+// skips a missing file. The file is opened without blocking, so that a FIFO
+// or a device in its place cannot hold the tool, and it is read once: the
+// library is given exactly these bytes.
+long read_candidate(const char *path, IniBytes &bytes) {
   Fd fd(open(SysPath(path), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-  if (!fd.ok()) return false;
+  if (!fd.ok()) return -1;
   struct stat st;
-  if (fstat(fd.get(), &st) != 0 || !S_ISREG(st.st_mode)) return false;
-  if (st.st_size > static_cast<off_t>(kIniMax)) return false;
+  if (fstat(fd.get(), &st) != 0 || !S_ISREG(st.st_mode)) return -1;
+  if (st.st_size > static_cast<off_t>(kIniMax)) return -1;
   // Files under /proc and /sys report a size of 0: the count read is what bounds.
-  char block[4096];
+  unsigned int length = 0;
   for (;;) {
-    ssize_t n = read(fd.get(), block, sizeof block);
+    ssize_t n = read(fd.get(), bytes + length, sizeof bytes - length);
     if (n < 0 && errno == EINTR) continue;
-    if (n < 0) return false;
-    if (n == 0) return true;
-    unsigned int count = static_cast<unsigned int>(n);
-    if (bytes->length + count > kIniMax) return false;
-    unsigned int before = bytes->length;
-    text_buffer_append(bytes, block, count);
-    if (bytes->length != before + count) return false;
+    if (n < 0) return -1;
+    if (n == 0) return length;
+    length += static_cast<unsigned int>(n);
+    if (length > kIniMax) return -1;
   }
+}
+
+// "/proc/self/fd/<fd>", formatted by hand: printf's machinery is a cost at
+// every start.
+void fd_path(char (&path)[32], int fd) {
+  static const char kPrefix[] = "/proc/self/fd/";
+  memcpy(path, kPrefix, sizeof kPrefix - 1);
+  char digits[12];
+  int count = 0;
+  unsigned int value = static_cast<unsigned int>(fd);
+  do {
+    digits[count++] = static_cast<char>('0' + value % 10);
+    value /= 10;
+  } while (value != 0);
+  char *out = path + sizeof kPrefix - 1;
+  while (count > 0) *out++ = digits[--count];
+  *out = '\0';
 }
 
 // The library only loads from a path. It is given one end of a pipe that
 // holds the bytes already read, so that what it parses is bounded and is the
 // file that was checked, whatever happens to that file meanwhile. The path
 // names this process's own descriptor, so it is not a gateway path.
-Dictionary load_bytes(const TextBuffer &bytes) {
+Dictionary load_bytes(const char *bytes, unsigned int length) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return nullptr;
   Fd read_end(ends[0]);
   {
     Fd write_end(ends[1]);
-    const int length = static_cast<int>(bytes.length);
-    if (fcntl(write_end.get(), F_GETPIPE_SZ) < length) {
-      fcntl(write_end.get(), F_SETPIPE_SZ, length);
+    if (fcntl(write_end.get(), F_GETPIPE_SZ) < static_cast<int>(length)) {
+      fcntl(write_end.get(), F_SETPIPE_SZ, static_cast<int>(length));
     }
     // Nothing reads until the library does: a pipe too small must fail, not wait.
     if (fcntl(write_end.get(), F_SETFL, O_NONBLOCK) != 0) return nullptr;
     unsigned int written = 0;
-    while (written < bytes.length) {
-      ssize_t n = write(write_end.get(), bytes.data + written, bytes.length - written);
+    while (written < length) {
+      ssize_t n = write(write_end.get(), bytes + written, length - written);
       if (n < 1) return nullptr;
       written += static_cast<unsigned int>(n);
     }
   }  // the write end is closed here: the library reads to the end of the bytes
-  char path[64];
-  snprintf(path, sizeof path, "/proc/self/fd/%d", read_end.get());
+  char path[32];
+  fd_path(path, read_end.get());
   iniparser_set_error_callback(discard_library_message);
   return Dictionary(iniparser_load(path));
 }
@@ -131,9 +147,10 @@ void copy_string(const dictionary *ini, const char *key, char (&field)[N]) {
 
 int config_parse_file(tool_config *config, const char *path) {
   if (!config || !path) return 1;
-  TextBuffer bytes;
-  if (!read_candidate(path, &bytes)) return 1;
-  Dictionary ini = load_bytes(bytes);
+  IniBytes bytes;
+  long length = read_candidate(path, bytes);
+  if (length < 0) return 1;
+  Dictionary ini = load_bytes(bytes, static_cast<unsigned int>(length));
   if (!ini) return 1;
   const dictionary *d = ini.get();
 
@@ -185,7 +202,8 @@ int try_candidate(tool_config *config, const char *dir, const char *name) {
   char path[256];
   if (strlen(dir) + strlen(name) >= sizeof path) return 1;
   join_text(path, sizeof path, dir, name);
-  if (!file_exists(path)) return 1;
+  // config_parse_file refuses a missing file as it refuses anything but a
+  // regular file: no test of its own first.
   return config_parse_file(config, path);
 }
 

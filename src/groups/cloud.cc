@@ -32,13 +32,11 @@ int cloud_get(int, char **) {
 int cloud_on(int, char **) { return write_verb_ok(kFcCtrl, "enable-cloud"); }
 int cloud_off(int, char **) { return write_verb_ok(kFcCtrl, "disable-cloud"); }
 
-const char *const kUsages[] = {
-    "vektool cloud [options] <command> [args]",
-    "vektool cloud get",
-    "vektool cloud on",
-    "vektool cloud off",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool cloud [options] <command> [args]\0"
+    "vektool cloud get\0"
+    "vektool cloud on\0"
+    "vektool cloud off\0";
 
 // No --json here: only the global pre-scan sets JSON output for this group.
 const argparse_option kOptions[] = {
@@ -54,7 +52,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame cloud_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame cloud_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                                 "\nBrief:", "\n", false, nullptr};
 
 int cloud_main(int argc, char **argv) { return group_run(cloud_frame, argc, argv); }

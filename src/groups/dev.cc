@@ -82,16 +82,14 @@ int dev_reset_queue(int argc, char **argv) {
 }
 
 // The default-queue commands are left out of the help on purpose.
-const char *const kUsages[] = {
-    "vektool dev [options] <command> [args]",
-    "vektool dev get",
-    "vektool dev delete                     # delete all devices",
-    "vektool dev delete <mac>               # delete <mac>",
-    "vektool dev set-queue <mac> <upqid> <dwqid>",
-    "vektool dev reset-queue                # reset queue id of all devices",
-    "vektool dev reset-queue <mac>          # reset queue id of <mac>",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool dev [options] <command> [args]\0"
+    "vektool dev get\0"
+    "vektool dev delete                     # delete all devices\0"
+    "vektool dev delete <mac>               # delete <mac>\0"
+    "vektool dev set-queue <mac> <upqid> <dwqid>\0"
+    "vektool dev reset-queue                # reset queue id of all devices\0"
+    "vektool dev reset-queue <mac>          # reset queue id of <mac>\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -111,7 +109,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame dev_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame dev_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                               nullptr, nullptr, false, nullptr};
 
 int dev_main(int argc, char **argv) { return group_run(dev_frame, argc, argv); }

@@ -45,11 +45,9 @@ int diag_get(int, char **) {
   return 0;
 }
 
-const char *const kUsages[] = {
-    "vektool diag [options] <command> [args]",
-    "vektool diag get",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool diag [options] <command> [args]\0"
+    "vektool diag get\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -63,7 +61,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame diag_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame diag_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                                nullptr, nullptr, false, nullptr};
 
 int diag_main(int argc, char **argv) { return group_run(diag_frame, argc, argv); }

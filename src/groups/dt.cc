@@ -69,13 +69,11 @@ int dt_get(int, char **) {
   return 0;
 }
 
-const char *const kUsages[] = {
-    "vektool bs <command> [options] [args]",
-    "vektool bs start",
-    "vektool bs stop",
-    "vektool bs get",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool bs <command> [options] [args]\0"
+    "vektool bs start\0"
+    "vektool bs stop\0"
+    "vektool bs get\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -91,7 +89,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame dt_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame dt_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                              "\nBrief:", "\n", false, nullptr};
 
 // Without its daemon installed the group answers "not support" to anything,

@@ -12,7 +12,8 @@
 
 int group_run(const GroupFrame &frame, int argc, char **argv) {
   argparse parser;
-  argparse_init(&parser, frame.options, frame.usages, ARGPARSE_IGNORE_UNKNOWN_ARGS);
+  argparse_init(&parser, frame.options, nullptr, ARGPARSE_IGNORE_UNKNOWN_ARGS);
+  argparse_usage_text(&parser, frame.usage);
   if (!frame.describe_after_parse && (frame.description || frame.epilog)) {
     argparse_describe(&parser, frame.description, frame.epilog);
   }

@@ -11,13 +11,15 @@
 // after it (options already removed); the result is the exit status.
 typedef int command_handler(int argc, char **argv);
 
+// The name is held in the row itself: a pointer to it would be one more
+// relocation for the dynamic loader at every start.
 struct CommandEntry {
-  const char *name;
+  char name[32];
   command_handler *handler;
 };
 
 struct GroupFrame {
-  const char *const *usages;        // ended by a null
+  const char *usage;                // lines each ended by "\0" (argparse_usage_text)
   const argparse_option *options;   // ended by OPT_END(), help first
   const CommandEntry *commands;
   size_t command_count;

@@ -119,18 +119,16 @@ int gc_delete(int argc, char **argv) {
   return report_ok();
 }
 
-const char *const kUsages[] = {
-    "vektool gc [options] <command> [args]",
-    "vektool gc get",
-    "vektool gc map <mac> <from_priority> <to_priority>",
-    "vektool gc set-absolute <mac> <to_priority>",
-    "vektool gc set-relative <mac> <offset> [--duration 0]",
-    "vektool gc set-upgrade <mac> <offset> [--duration 0]",
-    "vektool gc set-downgrade <mac> <offset> [--duration 0]",
-    "vektool gc set-duration <mac> <duration>",
-    "vektool gc delete [<mac>]",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool gc [options] <command> [args]\0"
+    "vektool gc get\0"
+    "vektool gc map <mac> <from_priority> <to_priority>\0"
+    "vektool gc set-absolute <mac> <to_priority>\0"
+    "vektool gc set-relative <mac> <offset> [--duration 0]\0"
+    "vektool gc set-upgrade <mac> <offset> [--duration 0]\0"
+    "vektool gc set-downgrade <mac> <offset> [--duration 0]\0"
+    "vektool gc set-duration <mac> <duration>\0"
+    "vektool gc delete [<mac>]\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -156,7 +154,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame gc_frame = {kUsages,
+const GroupFrame gc_frame = {kUsage,
                              kOptions,
                              kCommands,
                              countof(kCommands),

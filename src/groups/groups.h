@@ -6,7 +6,7 @@
 #include "groups/frame.h"
 
 struct GroupEntry {
-  const char *name;
+  char name[8];  // in the row: no relocation at start
   int (*main)(int argc, char **argv);  // called with the vector from the group word
   const GroupFrame *frame;
 };

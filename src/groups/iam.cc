@@ -59,18 +59,16 @@ int iam_set_rules(int, char **) {
   return report_ok();
 }
 
-const char *const kUsages[] = {
-    "vektool iam [options] <command> [args]",
-    "vektool iam on",
-    "vektool iam off",
-    "vektool iam get-rules",
-    "vektool iam set-rules",
-    "vektool iam enable-redirect",
-    "vektool iam disable-redirect",
-    "vektool iam set-redirect-ip <ip>",
-    "vektool iam set-redirect-ttl <ttl>",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool iam [options] <command> [args]\0"
+    "vektool iam on\0"
+    "vektool iam off\0"
+    "vektool iam get-rules\0"
+    "vektool iam set-rules\0"
+    "vektool iam enable-redirect\0"
+    "vektool iam disable-redirect\0"
+    "vektool iam set-redirect-ip <ip>\0"
+    "vektool iam set-redirect-ttl <ttl>\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -95,7 +93,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame iam_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame iam_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                               nullptr, nullptr, false, nullptr};
 
 int iam_main(int argc, char **argv) { return group_run(iam_frame, argc, argv); }

@@ -154,14 +154,12 @@ int limiter_get(int, char **) {
   return print_json_result(printed.get());
 }
 
-const char *const kUsages[] = {
-    "vektool limiter [options] <command> [args]",
-    "vektool limiter get",
-    "vektool limiter del <target> [--type <type>]",
-    "vektool limiter set <target> [--up <up_kbps>] [--down <down_kbps>] [--en <enable>] [--type <type>]",
-    "vektool limiter clear",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool limiter [options] <command> [args]\0"
+    "vektool limiter get\0"
+    "vektool limiter del <target> [--type <type>]\0"
+    "vektool limiter set <target> [--up <up_kbps>] [--down <down_kbps>] [--en <enable>] [--type <type>]\0"
+    "vektool limiter clear\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -184,7 +182,7 @@ const CommandEntry kCommands[] = {
 }  // namespace
 
 const GroupFrame limiter_frame = {
-    kUsages, kOptions, kCommands, countof(kCommands), "\nBrief:",
+    kUsage, kOptions, kCommands, countof(kCommands), "\nBrief:",
     "\n<up_kbps>: Limit rate for upstream flow. Unit: kbps. Default value: 1 Mbps.\n"
     "<down_kbps>: Limit rate for downstream flow. Unit: kbps. Default value: 1 Mbps.\n"
     "<enable>: Enabled status of limiter of <mac>.\n"

@@ -59,12 +59,10 @@ int get_conn_count(int argc, char **argv) {
 
 int clear_conn_count(int, char **) { return write_verb_ok(kMonitor, "clear"); }
 
-const char *const kUsages[] = {
-    "vektool mon [options] <command> [args]",
-    "vektool mon get-conn-count <type>      # block/category/priority",
-    "vektool mon clear-conn-count",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool mon [options] <command> [args]\0"
+    "vektool mon get-conn-count <type>      # block/category/priority\0"
+    "vektool mon clear-conn-count\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -79,7 +77,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame mon_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame mon_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                               nullptr, nullptr, false, nullptr};
 
 int mon_main(int argc, char **argv) { return group_run(mon_frame, argc, argv); }

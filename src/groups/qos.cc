@@ -123,9 +123,7 @@ int get_algo(int, char **) {
     report_result(RESULT_FAILED, "Failed to read file: algorithm(%d) is invalid.", index);
     return 1;
   }
-  char name[32];
-  snprintf(name, sizeof name, "%s", kAlgorithms[index]);
-  print_result(RESULT_OK, name);
+  print_result(RESULT_OK, kAlgorithms[index]);
   return 0;
 }
 
@@ -461,39 +459,37 @@ int del_hyqos_devs(int argc, char **argv) {
   return report_ok();
 }
 
-const char *const kUsages[] = {
-    "vektool qos [options] <command> [args]",
-    "vektool qos get-qoe-active",
-    "vektool qos set-qoe-active <active>",
-    "vektool qos get-hyqos-active",
-    "vektool qos set-hyqos-active <active>",
-    "vektool qos get-algo",
-    "vektool qos set-algo <algorithm>",
-    "vektool qos get-qoe-profile",
-    "vektool qos set-qoe-profile <profile>      # ai, gaming, streaming, wfh, office",
-    "vektool qos get-qoe-profile-settings",
-    "vektool qos set-qoe-profile-setting <profile>",
-    "vektool qos set-qoe-profile-settings <json_settings>",
-    "vektool qos get-qoe-optimization",
-    "vektool qos enable-qoe-bwctl",
-    "vektool qos disable-qoe-bwctl",
-    "vektool qos get-qoe-bwctl",
-    "vektool qos set-qoe-bwctl <bwctl_settings>",
-    "vektool qos get-hyqos-queues",
-    "vektool qos set-hyqos-queue <dir> <qid> <rate_mbps>",
-    "vektool qos set-hyqos-queues <json_queues>     # [[<up_rate>, ...],[<dw_rate>, ...]]",
-    "vektool qos reset-hyqos-queue                  # reset all queues",
-    "vektool qos reset-hyqos-queue <dir> <qid>      # reset <dir> <qid>",
-    "vektool qos get-hyqos-devs",
-    "vektool qos add-hyqos-devs <json_devs>     # [[<mac>, <upqid>, <dwqid>], ...]",
-    "vektool qos del-hyqos-devs <json_devs>     # [<mac>, ...]",
-    "vektool qos get-hw-queue-num",
-    "vektool qos get-dscp",
-    "vektool qos enable-dscp",
-    "vektool qos disable-dscp",
-    "vektool qos set-dscp-mapping <dscp_class_mapping>",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool qos [options] <command> [args]\0"
+    "vektool qos get-qoe-active\0"
+    "vektool qos set-qoe-active <active>\0"
+    "vektool qos get-hyqos-active\0"
+    "vektool qos set-hyqos-active <active>\0"
+    "vektool qos get-algo\0"
+    "vektool qos set-algo <algorithm>\0"
+    "vektool qos get-qoe-profile\0"
+    "vektool qos set-qoe-profile <profile>      # ai, gaming, streaming, wfh, office\0"
+    "vektool qos get-qoe-profile-settings\0"
+    "vektool qos set-qoe-profile-setting <profile>\0"
+    "vektool qos set-qoe-profile-settings <json_settings>\0"
+    "vektool qos get-qoe-optimization\0"
+    "vektool qos enable-qoe-bwctl\0"
+    "vektool qos disable-qoe-bwctl\0"
+    "vektool qos get-qoe-bwctl\0"
+    "vektool qos set-qoe-bwctl <bwctl_settings>\0"
+    "vektool qos get-hyqos-queues\0"
+    "vektool qos set-hyqos-queue <dir> <qid> <rate_mbps>\0"
+    "vektool qos set-hyqos-queues <json_queues>     # [[<up_rate>, ...],[<dw_rate>, ...]]\0"
+    "vektool qos reset-hyqos-queue                  # reset all queues\0"
+    "vektool qos reset-hyqos-queue <dir> <qid>      # reset <dir> <qid>\0"
+    "vektool qos get-hyqos-devs\0"
+    "vektool qos add-hyqos-devs <json_devs>     # [[<mac>, <upqid>, <dwqid>], ...]\0"
+    "vektool qos del-hyqos-devs <json_devs>     # [<mac>, ...]\0"
+    "vektool qos get-hw-queue-num\0"
+    "vektool qos get-dscp\0"
+    "vektool qos enable-dscp\0"
+    "vektool qos disable-dscp\0"
+    "vektool qos set-dscp-mapping <dscp_class_mapping>\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -541,7 +537,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame qos_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame qos_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                               nullptr, nullptr, false, nullptr};
 
 int qos_main(int argc, char **argv) {

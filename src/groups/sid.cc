@@ -49,12 +49,10 @@ int load(int, char **) {
   return 0;
 }
 
-const char *const kUsages[] = {
-    "vektool sid [options] <command> [args]",
-    "vektool sid get",
-    "vektool sid load -f <sid_file>",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool sid [options] <command> [args]\0"
+    "vektool sid get\0"
+    "vektool sid load -f <sid_file>\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -69,7 +67,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame sid_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame sid_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                               "\nBrief:", "\n", false, nullptr};
 
 int sid_main(int argc, char **argv) {

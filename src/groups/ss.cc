@@ -84,18 +84,16 @@ int ss_delete(int argc, char **argv) {
 
 // The usage names get-dev, which the table does not have: callers have always
 // met it as an unknown command, so both stay as they are.
-const char *const kUsages[] = {
-    "vektool ss [options] <command> [args]",
-    "vektool ss enable",
-    "vektool ss disable",
-    "vektool ss set-mode <mode>",
-    "vektool ss get-dev",
-    "vektool ss add-dev <mac> [<name>]",
-    "vektool ss del-dev [<mac>]",
-    "vektool ss set-dev-enable <mac>",
-    "vektool ss set-dev-disable <mac>",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool ss [options] <command> [args]\0"
+    "vektool ss enable\0"
+    "vektool ss disable\0"
+    "vektool ss set-mode <mode>\0"
+    "vektool ss get-dev\0"
+    "vektool ss add-dev <mac> [<name>]\0"
+    "vektool ss del-dev [<mac>]\0"
+    "vektool ss set-dev-enable <mac>\0"
+    "vektool ss set-dev-disable <mac>\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -118,7 +116,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame ss_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame ss_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                              "\nBrief:", "\n<mode>: mode name. ex. all_device, by_device", false, nullptr};
 
 int ss_main(int argc, char **argv) { return group_run(ss_frame, argc, argv); }

@@ -371,24 +371,22 @@ void apply_options() {
   apply_switch(&config.cs, g_vek.cloud);
 }
 
-const char *const kUsages[] = {
-    "vektool vek [options] <command> [args]",
-    "vektool vek enable",
-    "vektool vek disable",
-    "vektool vek start [--only-kernel] [--only-user] [--for-container]",
-    "vektool vek start --wanif ppp0",
-    "vektool vek stop [--only-kernel] [--only-user] [--for-container]",
-    "vektool vek get-mode",
-    "vektool vek set-mode <mode>",
-    "vektool vek enable-c6y-acc",
-    "vektool vek disable-c6y-acc",
-    "vektool vek reset-to-default",
-    "vektool vek get-cache-status",
-    "vektool vek set-cache-delete-rule <id>,<threshold>,<timeout> [<id>,<threshold>,<timeout> ...]",
-    "vektool vek enable-cache-ttl [0|1]",
-    "vektool vek config -d <db entries> -f <flow entries>",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool vek [options] <command> [args]\0"
+    "vektool vek enable\0"
+    "vektool vek disable\0"
+    "vektool vek start [--only-kernel] [--only-user] [--for-container]\0"
+    "vektool vek start --wanif ppp0\0"
+    "vektool vek stop [--only-kernel] [--only-user] [--for-container]\0"
+    "vektool vek get-mode\0"
+    "vektool vek set-mode <mode>\0"
+    "vektool vek enable-c6y-acc\0"
+    "vektool vek disable-c6y-acc\0"
+    "vektool vek reset-to-default\0"
+    "vektool vek get-cache-status\0"
+    "vektool vek set-cache-delete-rule <id>,<threshold>,<timeout> [<id>,<threshold>,<timeout> ...]\0"
+    "vektool vek enable-cache-ttl [0|1]\0"
+    "vektool vek config -d <db entries> -f <flow entries>\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -435,7 +433,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame vek_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame vek_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                               "\nBrief:", "\n<mode>: mode name. ex. gateway, bridge", true,
                               apply_options};
 

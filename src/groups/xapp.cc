@@ -16,16 +16,14 @@ int loadxr(int, char **) { return db_load_command(kRuleDatabase, g_context.confi
 int clearxdb(int, char **) { return db_clear_command(kAppDatabase); }
 int clearxr(int, char **) { return db_clear_command(kRuleDatabase); }
 
-const char *const kUsages[] = {
-    "vektool xapp [options] <command> [args]",
-    "vektool xapp getxdb",
-    "vektool xapp getxr",
-    "vektool xapp loadxdb [-f <file>]",
-    "vektool xapp loadxr [-f <file>]",
-    "vektool xapp clearxdb",
-    "vektool xapp clearxr",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool xapp [options] <command> [args]\0"
+    "vektool xapp getxdb\0"
+    "vektool xapp getxr\0"
+    "vektool xapp loadxdb [-f <file>]\0"
+    "vektool xapp loadxr [-f <file>]\0"
+    "vektool xapp clearxdb\0"
+    "vektool xapp clearxr\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -45,7 +43,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame xapp_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame xapp_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                                nullptr, nullptr, false, nullptr};
 
 int xapp_main(int argc, char **argv) { return group_run(xapp_frame, argc, argv); }

@@ -12,13 +12,11 @@ int get(int, char **) { return db_get_command(kGroupDatabase); }
 int load(int, char **) { return db_load_command(kGroupDatabase, g_context.config.var, g_file); }
 int clear(int, char **) { return db_clear_command(kGroupDatabase); }
 
-const char *const kUsages[] = {
-    "vektool xdn [options] <command> [args]",
-    "vektool xdn get",
-    "vektool xdn load [-f <file>]",
-    "vektool xdn clear",
-    nullptr,
-};
+const char kUsage[] =
+    "vektool xdn [options] <command> [args]\0"
+    "vektool xdn get\0"
+    "vektool xdn load [-f <file>]\0"
+    "vektool xdn clear\0";
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
@@ -35,7 +33,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame xdn_frame = {kUsages, kOptions, kCommands, countof(kCommands),
+const GroupFrame xdn_frame = {kUsage, kOptions, kCommands, countof(kCommands),
                               nullptr, nullptr, false, nullptr};
 
 int xdn_main(int argc, char **argv) { return group_run(xdn_frame, argc, argv); }

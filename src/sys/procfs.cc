@@ -205,7 +205,8 @@ int find_record(const char *path, const char *tag, OwnedText *line) {
   size_t length;
   int got;
   while ((got = reader.next(&text, &length)) > 0) {
-    if (length < tag_length || memcmp(text, tag, tag_length) != 0) continue;
+    // The line holds at least the tag's length, which the comparison reads.
+    if (length < tag_length || !begins_with(text, tag)) continue;
     if (line) *line = str_ndup(text, static_cast<unsigned int>(length));
     return 0;
   }

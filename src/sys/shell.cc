@@ -10,10 +10,22 @@
 #include <cstring>
 #include <memory>
 
+#include "sys/environ.h"
 #include "sys/handles.h"
 #include "sys/sysroot.h"
 
 namespace {
+
+// Only the programs the tool runs look at PATH: the engine's directory goes in
+// front of it right before the first one runs, and twice on purpose, as the
+// engine's scripts expect it.
+void prepare_program_path() {
+  static bool prepared = false;
+  if (prepared) return;
+  prepared = true;
+  prepend_path_env("%s/usr/sbin", sysroot_prefix());
+  prepend_path_env("%s/usr/sbin", sysroot_prefix());
+}
 
 // Closes a pipe from popen; pclose also reaps the shell.
 struct Pipe {
@@ -93,6 +105,7 @@ int run_command(const char *format, ...) {
   va_end(args);
   // Whatever this process printed so far comes before the command's output.
   fflush(stdout);
+  prepare_program_path();
   int status = system(command);
   return status >> 8;
 }
@@ -100,6 +113,7 @@ int run_command(const char *format, ...) {
 OwnedText run_command_capture(int flags, const char *command) {
   if (!command) return OwnedText();
   fflush(stdout);
+  prepare_program_path();
   Pipe pipe(popen(command, "r"));
   if (!pipe.stream) return OwnedText();
   // Callers take one-line answers: the first line is all that is read, and

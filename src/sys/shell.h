@@ -15,6 +15,8 @@ int file_exists_fmt(const char *format, ...) __attribute__((format(printf, 1, 2)
 int make_dirs(const char *path);
 // Id of the first process under /proc whose command name equals `name`, or -1.
 long find_pid_by_name(const char *name);
+// Both runners put "<sysroot>/usr/sbin" in front of PATH twice before the
+// first program of a run (nothing but those programs reads PATH).
 // Formats a command line (512 bytes), runs it through the shell and returns
 // the wait status shifted right by 8 bits; 0 for a null format.
 int run_command(const char *format, ...) __attribute__((format(printf, 1, 2)));

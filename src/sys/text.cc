@@ -59,10 +59,7 @@ OwnedText text_buffer_take(TextBuffer *buffer, unsigned int *length) {
   return text;
 }
 
-// The tool never sets a locale, so white space and letter case follow the C
-// locale: plain ASCII. Tested here rather than through the C library, whose
-// calls each cost a symbol lookup at the first use in every run.
-static bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+// Letter case as in the C locale (see is_space).
 static int lower(unsigned char c) { return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c; }
 
 char *trim(char *text) {
@@ -83,15 +80,19 @@ char *trim(char *text) {
 
 char *trim_spaces(char *text) { return trim(text); }
 
+static size_t min_size(size_t a, size_t b) { return a < b ? a : b; }
+
 char *copy_text(char *buffer, size_t size, const char *text) {
   return join_text(buffer, size, text, "");
 }
 
 char *join_text(char *buffer, size_t size, const char *first, const char *second) {
   if (size == 0) return buffer;
-  size_t used = strnlen(first, size - 1);
+  // strlen, not strnlen: both texts are terminated, and strlen is bound
+  // already (each C library function costs a symbol lookup at its first call).
+  size_t used = min_size(strlen(first), size - 1);
   memcpy(buffer, first, used);
-  size_t more = strnlen(second, size - 1 - used);
+  size_t more = min_size(strlen(second), size - 1 - used);
   memcpy(buffer + used, second, more);
   buffer[used + more] = '\0';
   return buffer;

@@ -5,6 +5,20 @@
 #include <cstdlib>
 #include <memory>
 
+// The tool never sets a locale, so white space follows the C locale: plain
+// ASCII. Tested here rather than through the C library, whose calls each cost
+// a symbol lookup at the first use in every run.
+inline bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+// Whether `text` begins with `prefix`: a loop of its own for the words every
+// start compares, where strncmp would cost a symbol lookup at its first call.
+inline bool begins_with(const char *text, const char *prefix) {
+  while (*prefix && *text == *prefix) {
+    text++;
+    prefix++;
+  }
+  return *prefix == '\0';
+}
+
 struct FreeDeleter {
   void operator()(void *p) const { free(p); }
 };
