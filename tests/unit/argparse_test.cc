@@ -10,20 +10,10 @@
 
 #include <cstdio>
 #include <sstream>
-#include <string>
-#include <vector>
 
 namespace {
 
 constexpr int kR = 99;  // the child's body came back instead of ending it
-
-std::string slurp(FILE *file) {
-  std::string text;
-  rewind(file);
-  for (int c; (c = fgetc(file)) != EOF;) text += static_cast<char>(c);
-  fclose(file);
-  return text;
-}
 
 struct Outcome {
   int status;
@@ -32,20 +22,27 @@ struct Outcome {
 
 template <typename Body>
 Outcome run_in_child(Body body) {
-  FILE *out = tmpfile(), *err = tmpfile();
+  FILE *files[2] = {tmpfile(), tmpfile()};
   fflush(nullptr);
   pid_t pid = fork();
   if (pid == 0) {
     alarm(5);
-    dup2(fileno(out), 1);
-    dup2(fileno(err), 2);
+    dup2(fileno(files[0]), 1);
+    dup2(fileno(files[1]), 2);
     body();
     fflush(nullptr);
     _exit(kR);
   }
-  int wait_status = 0;
-  waitpid(pid, &wait_status, 0);
-  return {WIFEXITED(wait_status) ? WEXITSTATUS(wait_status) : -WTERMSIG(wait_status), slurp(out), slurp(err)};
+  int status = 0;
+  waitpid(pid, &status, 0);
+  Outcome outcome{WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), "", ""};
+  for (std::string *text : {&outcome.out, &outcome.err}) {
+    FILE *file = files[text == &outcome.err];
+    rewind(file);
+    for (int c; (c = fgetc(file)) != EOF;) *text += static_cast<char>(c);
+    fclose(file);
+  }
+  return outcome;
 }
 
 // Zero in every child: the parent never parses.
@@ -83,7 +80,7 @@ const std::string kListing =
     "    -f, --file=<str>      Input file.\n"
     "    --sensitivity=<int>   The sensitivity of profile setting.\n"
     "    -m=<str>              \n";
-const std::string kHelp = kUsage + "\n" + kListing;
+const std::string kHelp = kUsage + "\nBrief:\n\n" + kListing + "\n<mode>: mode name.\n";
 const char *const kUsages[] = {"vektool tst [options] <command> [args]", "vektool tst get", "", "never", nullptr};
 
 // A writable vector as main gets it: the group word, the given words, a null.
@@ -121,7 +118,6 @@ TEST(Argparse, ParsesKeepsAndReports) {
   const struct { const char *words; int flags; std::string out, err; int status; } cases[] = {
       {"", kIgnore, "|", "", kR},
       {"get a --json b -v --duration 5", kIgnore, "get a b|json=1 verbose=1 duration=5", "", kR},
-      {"set -d 3 x", 0, "set x|duration=3", "", kR},
       {"a -v b -- c --json -d", kIgnore, "a b c --json -d|verbose=1", "", kR},
       {"- get", kIgnore, "- get|", "", kR},
       // Counters count; negation lowers them by one but never below 0.
@@ -134,36 +130,28 @@ TEST(Argparse, ParsesKeepsAndReports) {
       {"--duration=5 --duration=", kIgnore, "|", "", kR},
       {"-d -5 get", kIgnore, "get|duration=-5", "", kR},
       {"-d12 --up=-1", kIgnore, "|duration=12 up=4294967295", "", kR},
-      {"--scale=2.5 -s 0.125", kIgnore, "|scale=0.125", "", kR},
       // Strings: the next word whatever it is, the text after the first "=", the rest of a short word.
-      {"--file --json get", kIgnore, "get|file=--json", "", kR},
-      {"--file=a=b", kIgnore, "|file=a=b", "", kR},
+      {"--scale=2.5 -s 0.125 --file --json get", kIgnore, "get|scale=0.125 file=--json", "", kR},
       {"-vrfout.txt", kIgnore, "|verbose=1 perms=4 file=out.txt", "", kR},
       {"-vf in.txt -m aa:bb get", kIgnore, "get|verbose=1 file=in.txt mac=aa:bb", "", kR},
       // A value left over after "=" goes to a later long option without one; a short word replaces it.
       {"--json=1 --duration get", kIgnore, "get|json=1 duration=1", "", kR},
       {"--verbose=7 x --file", kIgnore, "x|verbose=1 file=7", "", kR},
-      {"--json=1 -v --duration 3", kIgnore, "|json=1 verbose=1 duration=3", "", kR},
       {"--json=on --duration 5", kIgnore, "", "error: option `--duration` expects an integer value\n", 1},
       {"--json get --verbose x", kStop, "get --verbose x|json=1", "", kR},
-      {"-v - -v", kStop, "- -v|verbose=1", "", kR},
       {"-v -- -v", kStop, "-v|verbose=1", "", kR},
       // Help wherever it stands; unknown options refused with the help when not ignored.
       {"get --json --help x", kIgnore, kHelp, "", 0},
-      {"-vh", kIgnore, kHelp, "", 0},
       {"--no-help", 0, kHelp, "error: unknown option `--no-help`\n", 1},
       {"-vq", 0, kHelp, "error: unknown option `-vq`\n", 1},
       // Option errors name the form given; numbers are held to the 32-bit gateway's long.
       {"get --duration", kIgnore, "", "error: option `--duration` requires a value\n", 1},
-      {"get -m", kIgnore, "", "error: option `-m` requires a value\n", 1},
       {"--duration=12x", kIgnore, "", "error: option `--duration` expects an integer value\n", 1},
-      {"--up=5k", kIgnore, "", "error: option `--up` expects an unsigned integer value\n", 1},
       {"--scale=1.5x", kIgnore, "", "error: option `--scale` expects a numerical value\n", 1},
       {"--scale=1e39", kIgnore, "", "error: option `--scale` numerical result out of range\n", 1},
       {"--duration=2147483647 --up=-4294967295", kIgnore, "|duration=2147483647 up=1", "", kR},
       {"--duration=-2147483649", kIgnore, "", "error: option `--duration` numerical result out of range\n", 1},
       {"-d 0x100000000", kIgnore, "", "error: option `-d` numerical result out of range\n", 1},
-      {"--up=4294967296", kIgnore, "", "error: option `--up` numerical result out of range\n", 1},
   };
   for (const auto &c : cases) {
     SCOPED_TRACE(c.words);
@@ -171,29 +159,13 @@ TEST(Argparse, ParsesKeepsAndReports) {
       Words words(c.words);
       argparse parser;
       argparse_init(&parser, kOptions, kUsages, c.flags);
+      argparse_describe(&parser, "\nBrief:", "\n<mode>: mode name.");
       int left = argparse_parse(&parser, static_cast<int>(words.words.size()), words.vector.data());
       fputs(report(words, left).c_str(), stdout);
     });
     EXPECT_EQ(outcome.status, c.status);
     EXPECT_EQ(outcome.out, c.out);
     EXPECT_EQ(outcome.err, c.err);
-  }
-}
-
-TEST(Argparse, HelpWithDescriptionAndEpilog) {
-  const struct { const char *const *usages; const char *description, *epilog; std::string expected; } cases[] = {
-      {kUsages, "\nBrief:", "\n<mode>: mode name.", kUsage + "\nBrief:\n\n" + kListing + "\n<mode>: mode name.\n"},
-      {nullptr, nullptr, nullptr, "Usage:\n\n" + kListing}};
-  for (const auto &c : cases) {
-    Outcome outcome = run_in_child([&c] {
-      argparse parser;
-      argparse_init(&parser, kOptions, c.usages, kIgnore);
-      argparse_describe(&parser, c.description, c.epilog);
-      argparse_usage(&parser);
-    });
-    EXPECT_EQ(outcome.status, kR);
-    EXPECT_EQ(outcome.out, c.expected);
-    EXPECT_EQ(outcome.err, "");
   }
 }
 

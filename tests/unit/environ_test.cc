@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <string>
-
-#include "scratch_sysroot.h"
 
 namespace {
 
@@ -23,20 +20,6 @@ TEST(Environ, PathGetsTheDirectoryInFront) {
   prepend_path_env("/%s", dir.c_str());
   EXPECT_EQ(std::string(getenv("PATH")), ("/" + dir.substr(0, 254) + ":" + old).substr(0, 511));
   setenv("PATH", saved.c_str(), 1);
-}
-
-class ExePath : public ScratchSysroot {};
-
-TEST_F(ExePath, ReadsTheLinkThroughTheSysroot) {
-  put("/proc/self/x", "");
-  ASSERT_EQ(symlink("/usr/vek/bin/vektool", (root_ + "/proc/self/exe").c_str()), 0);
-  char buffer[32];
-  memset(buffer, 'Z', sizeof buffer);
-  EXPECT_EQ(get_exe_path(buffer, 7), 7);  // cut, and not terminated by itself
-  EXPECT_EQ(std::string(buffer, 8), "/usr/veZ");
-  EXPECT_EQ(get_exe_path(buffer, sizeof buffer), 20);
-  remove((root_ + "/proc/self/exe").c_str());
-  EXPECT_EQ(get_exe_path(buffer, sizeof buffer), -1);
 }
 
 }  // namespace

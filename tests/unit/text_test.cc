@@ -21,6 +21,9 @@ TEST(TextBuffer, CollectsPiecesAndHandsThemOver) {
     std::string piece(count, static_cast<char>('a' + count % 26));
     text_buffer_append(&buffer, piece.data(), count);
     expected += piece;
+    if (count == 10) {
+      EXPECT_EQ(buffer.capacity, 266u);  // 256 bytes of slack after a growth
+    }
   }
   text_buffer_appendf(&buffer, "%d-%s", 42, std::string(700, 'q').c_str());
   expected += "42-" + std::string(508, 'q');
