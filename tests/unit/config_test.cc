@@ -72,6 +72,7 @@ TEST_F(ConfigTest, SwitchesLevelAndSocket) {
       {"[vek]\nqos = no\nrun = /r\n", 0, 3, "/r/vek.sock"},
       {"[vek]\nqos = False\n", 0, 3, "/vek.sock"},
       {"[vek]\nqos = Fine\n", 0, 3, "/vek.sock"},
+      {"[vek]\nqos = True\n", 1, 3, "/vek.sock"},
       {"[vek]\nqos = maybe\n", 1, 3, "/vek.sock"},
       {"[vek]\nqos =\n", 1, 3, "/vek.sock"},
       {"[vek]\nlog_level = 0x10\n", 1, 16, "/vek.sock"},
