@@ -5,106 +5,64 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <string>
 
 namespace {
 
 TEST(Scan32, NumbersOfEngineRecords) {
-  struct Case {
-    const char *text, *format;
-    int stored, first, second;
-  } cases[] = {
-      {"d:qnum:8\n", "d:qnum:%d", 1, 8, 0},
-      {"d:qnum: -3", "d:qnum:%d", 1, -3, 0},
-      {"d:qnum:5000000000", "d:qnum:%d", 1, 2147483647, 0},
+  const struct { const char *text, *format; int stored, first, second; } cases[] = {
+      {"d:qnum: -3\n", "d:qnum:%d", 1, -3, 0},
       {"d:qnum:4294967304", "d:qnum:%d", 1, 2147483647, 0},  // not 8
       {"d:qnum:-5000000000", "d:qnum:%d", 1, -2147483647 - 1, 0},
       {"d:qnum:99999999999999999999999999", "d:qnum:%d", 1, 2147483647, 0},
       {"d:qnum:", "d:qnum:%d", -1, 0, 0},
-      {"d:qnum:x", "d:qnum:%d", 0, 0, 0},
       {"d:qnum:+", "d:qnum:%d", 0, 0, 0},
       {"d:qnu", "d:qnum:%d", 0, 0, 0},
-      {"j:qoe:[1,7]", "j:qoe:[%d,%d]", 2, 1, 7},
       {"j:qoe:[1, 7]", "j:qoe:[%d,%d]", 2, 1, 7},
       {"j:qoe:[1 ,7]", "j:qoe:[%d,%d]", 1, 1, 0},
-      {"j:qoe:[4294967297,2]", "j:qoe:[%d,%d]", 2, 2147483647, 2},
       {"j:qoe:[1]", "j:qoe:[%d,%d]", 1, 1, 0},
-      {"  12:", "%d:", 1, 12, 0},
   };
-  for (const Case &c : cases) {
+  for (const auto &c : cases) {
     int first = 0, second = 0;
     EXPECT_EQ(scan32(c.text, c.format, &first, &second), c.stored) << c.text;
-    EXPECT_EQ(first, c.first) << c.text;
-    EXPECT_EQ(second, c.second) << c.text;
+    EXPECT_EQ(std::to_string(first) + "," + std::to_string(second), std::to_string(c.first) + "," + std::to_string(c.second)) << c.text;
   }
 }
 
 TEST(Scan32, BytesWideTextAndSuppressed) {
-  struct Case {
-    const char *text;
-    int stored;
-    unsigned value;
-  } bytes[] = {
-      {"24", 1, 24},      {"300", 1, 44},  // the low byte, as on every build
-      {"4294967340", 1, 255},            // past 32 bits: held, then cut
-      {"-1", 1, 255},     {"x", 0, 0},   {"", -1, 0},
-  };
+  const struct { const char *text; int stored; unsigned value; } bytes[] = {
+      {"300", 1, 44}, {"4294967340", 1, 255}, {"-1", 1, 255}, {"x", 0, 0}, {"", -1, 0}};  // held to 32 bits, then the low byte
   for (const auto &c : bytes) {
     unsigned char value = 0;
     EXPECT_EQ(scan32(c.text, "%hhu", &value), c.stored) << c.text;
     EXPECT_EQ(value, c.value) << c.text;
   }
-
-  int writable = -7, size = -7;
   unsigned long long epoch = 0;
-  EXPECT_EQ(scan32("writable: 1\nsize: 1536\nepoch: 18446744073709551615",
-                   "writable: %d\nsize: %d\nepoch: %llu", &writable, &size, &epoch), 3);
-  EXPECT_EQ(writable, 1);
-  EXPECT_EQ(size, 1536);
+  EXPECT_EQ(scan32("writable: 0\nsize: 9\nepoch: 18446744073709551615", "writable: %*d\nsize: %*d\nepoch: %llu", &epoch), 1);
   EXPECT_EQ(epoch, 18446744073709551615ull);
-  EXPECT_EQ(scan32("writable: 0\nsize: 9\nepoch: 77", "writable: %*d\nsize: %*d\nepoch: %llu", &epoch), 1);
-  EXPECT_EQ(epoch, 77u);
-
-  char word[4] = "zzz";
+  char word[4] = "zzz", name[32];
+  int category = 0, other = 0;
   EXPECT_EQ(scan32("j:pfs:abcdef", "j:pfs:%3s", word), 1);
   EXPECT_STREQ(word, "abc");
-  int category = 0, other = 0;
-  char name[32];
-  EXPECT_EQ(scan32("#300,1,video", "#%d,%d,%31s", &category, &other, name), 3);
+  EXPECT_EQ(scan32("#300,1,video x", "#%d,%d,%31s", &category, &other, name), 3);
   EXPECT_STREQ(name, "video");
 }
 
-TEST(Strtol32, HeldToTheGatewaysLong) {
-  struct Case {
-    const char *text;
-    int base;
-    long value;
-    bool range;
-    size_t used;
-  } cases[] = {
-      {"3000000000", 10, 2147483647, true, 10},
-      {"-3000000000", 10, -2147483647 - 1, true, 11},
-      {"0x7fffffff", 0, 2147483647, false, 10},
-      {"0x80000000", 0, 2147483647, true, 10},
-      {"12ab", 10, 12, false, 2},
-      {"", 0, 0, false, 0},
-  };
-  for (const Case &c : cases) {
+TEST(Scan32, StrtolHeldToTheGatewaysLong) {
+  const struct { const char *text; int base; long value; bool range; size_t used; } cases[] = {
+      {"3000000000", 10, 2147483647, true, 10}, {"-3000000000", 10, -2147483647 - 1, true, 11},
+      {"0x7fffffff", 0, 2147483647, false, 10}, {"12ab", 10, 12, false, 2}};
+  for (const auto &c : cases) {
     char *end = nullptr;
     errno = 0;
     EXPECT_EQ(strtol32(c.text, &end, c.base), c.value) << c.text;
     EXPECT_EQ(errno == ERANGE, c.range) << c.text;
     EXPECT_EQ(static_cast<size_t>(end - c.text), c.used) << c.text;
   }
-  struct UCase {
-    const char *text;
-    unsigned long value;
-    bool range;
-  } ucases[] = {
-      {"4294967295", 4294967295ul, false}, {"4294967296", 4294967295ul, true},
-      {"-1", 4294967295ul, false},         {"-4294967295", 1, false},
-      {"-4294967296", 4294967295ul, true}, {"99999999999999999999999", 4294967295ul, true},
-  };
-  for (const UCase &c : ucases) {
+  const struct { const char *text; unsigned long value; bool range; } unsigned_cases[] = {
+      {"4294967295", 4294967295ul, false}, {"4294967296", 4294967295ul, true}, {"-1", 4294967295ul, false},
+      {"-4294967295", 1, false},           {"-4294967296", 4294967295ul, true}};
+  for (const auto &c : unsigned_cases) {
     errno = 0;
     EXPECT_EQ(strtoul32(c.text, nullptr, 0), c.value) << c.text;
     EXPECT_EQ(errno == ERANGE, c.range) << c.text;
