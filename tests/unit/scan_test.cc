@@ -51,7 +51,8 @@ TEST(Scan32, BytesWideTextAndSuppressed) {
 TEST(Scan32, StrtolHeldToTheGatewaysLong) {
   const struct { const char *text; int base; long value; bool range; size_t used; } cases[] = {
       {"3000000000", 10, 2147483647, true, 10}, {"-3000000000", 10, -2147483647 - 1, true, 11},
-      {"0x7fffffff", 0, 2147483647, false, 10}, {"12ab", 10, 12, false, 2}};
+      {"0x7fffffff", 0, 2147483647, false, 10}, {"12ab", 10, 12, false, 2},
+      {"0XaF", 0, 175, false, 4}, {" +017", 0, 15, false, 5}, {"zZ", 36, 1295, false, 2}};
   for (const auto &c : cases) {
     char *end = nullptr;
     errno = 0;
