@@ -127,38 +127,41 @@ joined by single dots. The first failure is reported and nothing is written.
   ss delete a_b: invalid arg: a_b [1]
   ss delete all. --json: {"return":1,"detail":"invalid arg: all."} [1]
 
-get: the engine's state text as it is, line end included, unescaped.
+get: the state text as it is, line end included, unescaped. A write the
+engine refuses (a device it does not know) is not reported. The usage names
+get-dev, which is not a command.
 
-  $ vektool ss add-dev aa:bb:cc:dd:ee:ff tv
-  $ vektool ss add nas.lan 192.168.1.20
-  $ vektool ss get
-  {"en":0,"mode":"all_device","devs":[{"mac":"aa:bb:cc:dd:ee:ff","name":"tv","en":1}],"hosts":[{"host":"nas.lan","addr":"192.168.1.20"}]}
-  
-  $ vektool ss get --json
-  {"return":0,"result":"{"en":0,"mode":"all_device","devs":[{"mac":"aa:bb:cc:dd:ee:ff","name":"tv","en":1}],"hosts":[{"host":"nas.lan","addr":"192.168.1.20"}]}
-  "}
-  $ vek-sim file /proc/vek/ss ''
-  $ vektool ss get --json
-  {"return":0}
-  $ vek-sim unreadable /proc/vek/ss
-  $ vektool ss get
-  Failed to read.
-  [1]
-  $ vektool ss get --json
-  {"return":1,"detail":"Failed to read."}
-  [1]
-
-Writes the engine refuses are not reported: a device it does not know.
-
-  $ vek-sim journal --clear
-  $ vektool ss set-dev-enable 00:00:00:00:00:01 --json
-  {"return":0}
-  $ vek-sim journal
-  write /proc/vek/ss enable-device 00:00:00:00:00:01
-
-The usage names get-dev, which is not a command: it fails like any unknown
-word, with no output.
-
+  $ rows <<'EOF'
+  > ss add-dev aa:bb:cc:dd:ee:ff tv
+  > ss add nas.lan 192.168.1.20
+  > ss get
+  > ss get --json
+  > vek-sim file /proc/vek/ss ''
+  > ss get --json
+  > vek-sim unreadable /proc/vek/ss
+  > ss get
+  > ss get --json
+  > ss set-dev-enable 00:00:00:00:00:01 --json
+  > ss get-dev
+  > ss get-dev --json
+  > ss
+  > EOF
+  ss add-dev aa:bb:cc:dd:ee:ff tv: [0]
+    write /proc/vek/ss add-device aa:bb:cc:dd:ee:ff tv
+  ss add nas.lan 192.168.1.20: [0]
+    write /proc/vek/ss add nas.lan 192.168.1.20
+  ss get: {"en":0,"mode":"all_device","devs":[{"mac":"aa:bb:cc:dd:ee:ff","name":"tv","en":1}],"hosts":[{"host":"nas.lan","addr":"192.168.1.20"}]}
+   [0]
+  ss get --json: {"return":0,"result":"{"en":0,"mode":"all_device","devs":[{"mac":"aa:bb:cc:dd:ee:ff","name":"tv","en":1}],"hosts":[{"host":"nas.lan","addr":"192.168.1.20"}]}
+  "} [0]
+  ss get --json: {"return":0} [0]
+  ss get: Failed to read. [1]
+  ss get --json: {"return":1,"detail":"Failed to read."} [1]
+  ss set-dev-enable 00:00:00:00:00:01 --json: {"return":0} [0]
+    write /proc/vek/ss enable-device 00:00:00:00:00:01
+  ss get-dev: [1]
+  ss get-dev --json: [1]
+  ss: [1]
   $ vektool ss -h
   Usage: vektool ss [options] <command> [args]
      or: vektool ss enable
@@ -176,9 +179,3 @@ word, with no output.
       --json        
   
   <mode>: mode name. ex. all_device, by_device
-  $ vektool ss get-dev
-  [1]
-  $ vektool ss get-dev --json
-  [1]
-  $ vektool ss
-  [1]
