@@ -1,11 +1,10 @@
-vektool xdn, xapp and sid: the signature databases and the application-id
-file, against the simulator.
+vektool xdn, xapp and sid: the signature databases and the application-id file.
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
   $ var="$R/usr/vek/var"
 
-The groups without a command or with an unknown one, and their help.
+The frame's failures and the help.
 
   $ rows <<'EOF'
   > xdn
@@ -52,10 +51,7 @@ The groups without a command or with an unknown one, and their help.
   
   
 
-get prints the kernel's account of a database, with or without --json; an
-info file missing or unparsable is 71. clear runs the module's clean command.
-load without -f reloads the default file of the data directory, silently
-whatever the outcome (a missing one is not loaded).
+get (71 when unreadable), clear, and load of the default file.
 
   $ rows <<'EOF'
   > xdn get
@@ -114,10 +110,7 @@ whatever the outcome (a missing one is not loaded).
   xapp loadxdb --json: [0]
   $ mv "$var/app.xdb.saved" "$var/app.xdb"
 
-load -f imports the given file; once the kernel has confirmed it, the file
-replaces the default whole and the JSON result carries the bytes copied. A
-missing or empty file is 20, a kernel that drops the image 71: the kernel gets
-the default file back, which stays as it was.
+load -f: confirmed imports replace the default; failed ones (20, 71) restore it.
 
   $ head -c 1000 /dev/urandom > "$R/tmp/new.xdb"
   $ head -c 700 /dev/urandom > "$R/tmp/new.xr"
@@ -168,9 +161,7 @@ the default file back, which stays as it was.
   $ cmp "$R/tmp/new.xdb" "$var/vek.xdb" && cmp "$R/tmp/new.xr" "$var/vek.xr" && cmp "$R/tmp/before.xdb" "$var/app.xdb" && echo $(ls "$var")
   app.id app.xdb vek.xdb vek.xr
 
-A kernel that never empties: ten looks at the info record 100 ms apart (at
-least one second), then 71 without writing anything (the default file is
-missing here, so the fall-back gives up at once).
+A kernel that never empties: ten looks 100 ms apart, then 71.
 
   $ vek-sim kernel busy grpxdb
   $ rm "$var/vek.xdb"
@@ -184,10 +175,7 @@ missing here, so the fall-back gives up at once).
   $ [ $(( ($(date +%s%N) - start) / 1000000 )) -ge 1000 ] && echo "one second or more"
   one second or more
 
-The copy over the default file is all or nothing: when the data directory
-cannot be written, the verified import stays in the kernel, the load is 21
-with no output, and the old default file is left as it was, with no
-temporary file beside it.
+A data directory that cannot be written: 21, the old default kept whole.
 
   $ cp "$R/tmp/new.xdb" "$var/vek.xdb"
   $ head -c 2000 /dev/urandom > "$R/tmp/other.xdb"
@@ -208,10 +196,7 @@ temporary file beside it.
   $ cmp "$R/tmp/new.xdb" "$var/vek.xdb" && echo $(ls "$var")
   app.id app.xdb vek.xdb vek.xr
 
-sid get tells where app.id is (no line end), 20 when there is none. sid load
-stores a new app.id; without -f or a data directory in vek.ini it is 60; a
-file that cannot be read or copied is 21. All exit 0, none talks to the
-engine: the categories reach it with reset-to-default.
+sid get and load (60 without -f or data directory, 21 when the copy fails).
 
   $ printf '#3,0,mail\n25:smtp\n' > "$R/tmp/new.id"
   $ sed '/^var/d' "$R/usr/vek/bin/vek.ini" > "$R/tmp/novar.ini"

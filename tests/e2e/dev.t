@@ -1,11 +1,9 @@
-vektool dev against the simulator: the engine's device table in
-/proc/vek/dbdev.
+vektool dev: the engine's device table in /proc/vek/dbdev.
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
 
-The help leaves the default-queue commands out. Then the frame's failures and
-the two records as the engine keeps them (JSON: a bare member, no line end).
+The help (no default-queue commands), the frame's failures and the records.
 
   $ vektool dev --help
   Usage: vektool dev [options] <command> [args]
@@ -51,9 +49,7 @@ the two records as the engine keeps them (JSON: a bare member, no line end).
   dev get --json: {"return":1,"detail":"Failed to read file."} [1]
   dev get-default-queue: Failed to read file. [1]
 
-Editing. The MAC goes out as typed after it is cut to 31 characters and
-checked in that form; queue ids are only checked to be 0 or more; the word
-count alone decides between one device and all; a negative id needs "--".
+Editing: MACs cut to 31 characters, then checked; queue ids 0 or more.
 
   $ rows <<'EOF'
   > dev set-queue 00-11-22-33-44-55 3 4 --json

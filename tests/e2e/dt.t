@@ -1,13 +1,9 @@
-vektool dt (its usage says "bs"): the topology daemon dt_srv and its topology
-file, against the simulator.
+vektool dt (its usage says "bs"): the topology daemon dt_srv and its file.
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
 
-start runs the installed daemon through the shell unless one runs already
-(found by its command name) and reports success whatever its status; get wraps
-the file, unchecked and trimmed, while the daemon runs, else an empty
-topology; stop runs killall.
+start unless running, get while running (else an empty topology), stop.
 
   $ rows <<'EOF'
   > dt get
@@ -54,10 +50,7 @@ topology; stop runs killall.
   dt get: {"state":0,"topology":{"bands":[],"stas":[]}} [0]
   dt get: {"state":1,"topology":{"bands":[],"stas":[{"mac":"00:11:22:33:44:55"}]}} [0]
 
-The daemon's path comes from the installation root, the parent of the
-executable's directory, and goes to the shell as one word. Without the daemon
-every dt command, help included, answers "not support" (code 1, exit 0) before
-its line is parsed, so a last-word --json is not taken.
+The daemon's path from the install root, one word; without it "not support".
 
   $ mkdir -p "$R/opt/my vek/bin"
   $ cp "$R/usr/vek/bin/vek.ini" "$R/usr/vek/bin/dt_srv" "$R/opt/my vek/bin/"

@@ -1,16 +1,11 @@
-vektool gc: per-device priority adjustment through /proc/vek/gc, against the
-simulator.
+vektool gc: per-device priority adjustment through /proc/vek/gc.
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
   $ M=aa:bb:cc:dd:ee:ff
 
-Each command's verbs, in order. Priority names give the engine's numbers
-("l2l" is 5); the MAC goes out as typed; --duration defaults to 0
-(permanent); --negative is read by set-relative alone; set-downgrade negates
-whatever offset it is given; minutes and amounts are not checked (text is 0);
-offsets need only leading digits, and a negative one must follow "--", or the
-parser takes it for an option. Success is silent in plain mode.
+Each command's verbs: priority names as numbers (l2l is 5), --duration 0,
+--negative for set-relative only, unchecked minutes and amounts.
 
   $ rows <<'EOF'
   > gc map $M low high
@@ -101,9 +96,7 @@ parser takes it for an option. Success is silent in plain mode.
   gc delete --json: {"return":0} [0]
     write /proc/vek/gc clear
 
-Failures, in the order the checks run: the word count (from the command word
-itself), the MAC, then the names in order or the offset. The first failure is
-reported and nothing is written.
+Failures, in check order (word count, MAC, names or offset): nothing written.
 
   $ rows <<'EOF'
   > gc map $M low
@@ -152,9 +145,7 @@ reported and nothing is written.
   gc raise aa:bb:cc:dd:ee:ff: low 1: invalid arg: aa:bb:cc:dd:ee:ff: [1]
   gc delete aa:bb:cc:dd:ee --json: {"return":1,"detail":"invalid arg: aa:bb:cc:dd:ee"} [1]
 
-An option error on standard error; get prints the engine's state trimmed, an
-empty file as a result without text; then the help (the priorities without
-l2l) and the frame's failures.
+An option error, get (trimmed state) and the frame's failures.
 
   $ rows <<'EOF'
   > gc set-absolute $M high --duration soon

@@ -1,11 +1,9 @@
-vektool iam: access management through /proc/vek, against the simulator.
+vektool iam: access management through /proc/vek.
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
 
-Switches and redirect verbs: silent in plain mode; address and TTL go out
-unchecked; argument counts start from the command word. Reads give the state
-text and the rules as the engine has them, unescaped.
+Switches, redirect verbs (unchecked) and reads as the engine has them.
 
   $ rows <<'EOF'
   > iam on
@@ -61,10 +59,7 @@ text and the rules as the engine has them, unescaped.
   iam get: Failed to read. [1]
   iam get-rules --json: {"return":1,"detail":"Failed to read."} [1]
 
-set-rules clears, sends the offset as date +%z printed it (line end and all),
-then the file in blocks of 512 bytes; paths are gateway paths. An unreadable
-file still clears and sets the offset; without -f nothing is written; when
-date prints nothing, no offset goes out.
+set-rules: clear, the date +%z offset, then the file in blocks of 512 bytes.
 
   $ vek-sim file /proc/vek/pc_rule_export ''
   $ printf 'allow 00:11:22:33:44:55 08:00-20:00\n' > "$R/tmp/rules"
@@ -111,8 +106,7 @@ date prints nothing, no offset goes out.
   $ vek-sim cat /proc/vek/pc_rule_export | cmp - "$R/tmp/rules" && echo same
   same
 
-Writes the engine refuses, or to an engine that is not loaded, are not
-reported.
+Writes the engine refuses, or without the engine, are not reported.
 
   $ rows <<'EOF'
   > iam set-redirect-ip not-an-address --json

@@ -1,10 +1,9 @@
-vektool limiter against the simulator: per-target rate limits in
-/proc/vek/limiter_ctrl.
+vektool limiter: per-target rate limits in /proc/vek/limiter_ctrl.
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
 
-The help carries the "Brief:" lines; then the frame's failures.
+The help, with its "Brief:" lines, and the frame's failures.
 
   $ vektool limiter -h
   Usage: vektool limiter [options] <command> [args]
@@ -34,9 +33,7 @@ The help carries the "Brief:" lines; then the frame's failures.
   limiter: [1]
   limiter list --json: [1]
 
-set and del check the target by --type (0 MAC, 1 IPv4 subnet, 2 digits) and
-pass it on as typed; options not given go out as -1, and the enabled flag
-comes before the two rates. A refused target is reported whole.
+set and del: the target checked by --type, unset options as -1.
 
   $ rows <<'EOF'
   > limiter set 00:11:22:33:44:55
@@ -114,8 +111,7 @@ comes before the two rates. A refused target is reported whole.
   limiter del 1 --type 3 --json: {"return":1,"detail":"invalid arg: 1"} [1]
   limiter del: Wrong arg number: 1 [1]
 
-get rebuilds its document from the engine's: the state, then the MAC and IP
-rules with their state, target and rate pair. "vr" is never filled.
+get rebuilds the engine's document; "vr" is never filled.
 
   $ rows <<'EOF'
   > limiter get

@@ -1,15 +1,11 @@
-vektool ss: the ss feature, its device list and its host list through
-/proc/vek/ss, against the simulator.
+vektool ss: the ss feature, its device and host lists through /proc/vek/ss.
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
   $ N31=abcdefghijklmnopqrstuvwxyz01234
   $ N32=${N31}5
 
-Each command's verb. Modes match in any case and go out as typed; MACs go out
-as typed; a name of 31 characters is taken; del-dev alone empties the device
-list, delete alone or with "all" (any case) the host list; the address may be
-IPv4 or IPv6; extra words are ignored. Success is silent in plain mode.
+Each command's verb: modes in any case, MACs as typed, names of 31 characters.
 
   $ rows <<'EOF'
   > ss enable
@@ -68,9 +64,7 @@ IPv4 or IPv6; extra words are ignored. Success is silent in plain mode.
   ss delete all extra: [0]
     write /proc/vek/ss clear
 
-Failures, in the order the checks run: the word count (from the command word),
-the first argument, the second. Host names are letters and digits in runs
-joined by single dots. The first failure is reported and nothing is written.
+Failures, in check order (word count, first, second argument): nothing written.
 
   $ rows <<'EOF'
   > ss add host1.lan
@@ -127,9 +121,7 @@ joined by single dots. The first failure is reported and nothing is written.
   ss delete a_b: invalid arg: a_b [1]
   ss delete all. --json: {"return":1,"detail":"invalid arg: all."} [1]
 
-get: the state text as it is, line end included, unescaped. A write the
-engine refuses (a device it does not know) is not reported. The usage names
-get-dev, which is not a command.
+get as it is; a refused write is not reported; get-dev is not a command.
 
   $ rows <<'EOF'
   > ss add-dev aa:bb:cc:dd:ee:ff tv

@@ -3,7 +3,7 @@ vektool vek: the engine's lifecycle, state and settings, against the simulator.
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
 
-The help has no "Brief:" lines (they are attached only after parsing).
+The help, without "Brief:" lines.
 
   $ vektool vek -h
   Usage: vektool vek [options] <command> [args]
@@ -40,12 +40,8 @@ The help has no "Brief:" lines (they are attached only after parsing).
       --for-container               Start VEK with container (user space).
       --json                        
 
-The frame's failures. start and stop run the engine's control program with
-the interfaces of vek.ini unless --wanif or --lanif say otherwise (empty ones
-left out; an odd name stays one word). A failing program: start prints only
-its error output and exits 103; stop reports its status and exits 103.
-enable writes the kernel, then runs the log program; disable runs it first
-and writes only when it succeeded; a failing one is 102, exit 0.
+The frame's failures; start/stop through vekctl (interfaces of vek.ini unless
+given, one word each), enable/disable with veklog: failures are 103 and 102.
 
   $ rows <<'EOF'
   > vek
@@ -130,10 +126,7 @@ and writes only when it succeeded; a failing one is 102, exit 0.
   $ ls . "$R" | grep pwned
   [1]
 
-Status: one document from many control files. A control file that is not
-JSON leaves "cloud" out; a missing version record its key; a missing
-database info gives date 0; switches count as on when not 0. The service is
-looked at first, then the engine; both failures exit 0.
+status: one document from many control files; what is missing is left out.
 
   $ vek-sim reset
   $ vektool vek status
@@ -163,9 +156,7 @@ looked at first, then the engine; both failures exit 0.
   vek status --json: {"return":103} [0]
   vek status --json: {"return":102} [0]
 
-Reads never write. Statistics are the engine's JSON unchanged, no line end;
-get-mode prints the mode, unquoted and without line end under --json; the
-cache status always lists eight delete rules.
+Reads write nothing: statistics, the mode, the cache status (eight rules).
 
   $ vek-sim file /proc/vek/qos_traffic ' {"flows":3}
   > '
@@ -202,10 +193,7 @@ cache status always lists eight delete rules.
   vek get-cache-status --json: {"return":0,"result":{"cache":{"enable_ttl":1,"delete_rules":[[100,60],[200,30],[0,0],[0,0],[0,0],[0,0],[0,0],[0,0]]}}} [0]
   vek get-cache-status: {"cache":{"enable_ttl":0,"delete_rules":[[0,0],[0,0],[0,0],[0,0],[0,0],[0,0],[0,0],[0,0]]}} [0]
 
-Settings, written even when the engine is not loaded. config takes its counts
-from -f and -d of the command line only; set-mode checks the count, then the
-word (any case, exact length); a cache delete rule without three numbers is
-passed over; the cache TTL is 1 unless a number says 0.
+Settings, written even without the engine; bad cache rules are passed over.
 
   $ rows <<'EOF'
   > vek config -f 1000 -d 500 --json
@@ -278,12 +266,8 @@ passed over; the cache TTL is 1 unless a number says 0.
     write /proc/vek/dst_ctrl enable-ttl-delete 1
   vek enable-cache-ttl --json: {"return":0} [0]
 
-reset-to-default puts vek.ini back into the engine, pushes the categories of
-app.id and reloads the three databases from the data directory, in order. The
-group's options overwrite vek.ini for the run: -f and -d the limits (and the
-entry counts from them), --qos/--iam/--cloud the switches, only for exactly
-"on" or "off". Without an skbmark /proc/vek/rtk is left alone; without app.id
-no category is pushed; a missing database is not loaded; the outcome is 0.
+reset-to-default: vek.ini, the categories of app.id and the three databases,
+in order; options override vek.ini; what is missing is left alone.
 
   $ rows <<'EOF'
   > vek reset-to-default --json
