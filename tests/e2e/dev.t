@@ -1,12 +1,9 @@
-vektool dev against the simulator: the engine's device table in
-/proc/vek/dbdev. Each case is one line (the words after vektool), then what
-it printed, its exit status (glued to the output when the output has no line
-end) and the verbs the engine received.
+vektool dev: the engine's device table in /proc/vek/dbdev.
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
 
-The help leaves the default-queue commands out.
+The help (no default-queue commands), the frame's failures and the records.
 
   $ vektool dev --help
   Usage: vektool dev [options] <command> [args]
@@ -19,22 +16,10 @@ The help leaves the default-queue commands out.
   
       -h, --help    show this help message and exit
       --json        
-  $ cases <<'EOF'
+  $ rows <<'EOF'
   > dev
   > dev list --json
   > dev GET
-  > EOF
-  vektool dev
-  [exit 1]
-  vektool dev list --json
-  [exit 1]
-  vektool dev GET
-  [exit 1]
-
-The two records are printed as the engine keeps them: JSON mode as a bare
-member without a line end.
-
-  $ cases <<'EOF'
   > dev get
   > dev get --json
   > dev get-default-queue
@@ -50,40 +35,23 @@ member without a line end.
   > dev get-default-queue
   > vek-sim reset
   > EOF
-  vektool dev get
-  [["00:11:22:33:44:55",0,0],["66:77:88:99:aa:bb",0,0]]
-  [exit 0]
-  vektool dev get --json
-  {"return":0,"result":[["00:11:22:33:44:55",0,0],["66:77:88:99:aa:bb",0,0]]}[exit 0]
-  vektool dev get-default-queue
-  [0,0]
-  [exit 0]
-  vektool dev get-default-queue --json
-  {"return":0,"result":[0,0]}[exit 0]
-  vektool dev get --json
-  {"return":0,"result":  [1]}[exit 0]
-  vektool dev get-default-queue --json
-  {"return":1,"detail":"Failed to read file: invalid."}
-  [exit 1]
-  vektool dev get
-  Failed to read file: invalid.
-  [exit 1]
-  vektool dev get-default-queue --json
-  {"return":0,"result":}[exit 0]
-  vektool dev get --json
-  {"return":1,"detail":"Failed to read file."}
-  [exit 1]
-  vektool dev get-default-queue
-  Failed to read file.
-  [exit 1]
+  dev: [1]
+  dev list --json: [1]
+  dev GET: [1]
+  dev get: [["00:11:22:33:44:55",0,0],["66:77:88:99:aa:bb",0,0]] [0]
+  dev get --json: {"return":0,"result":[["00:11:22:33:44:55",0,0],["66:77:88:99:aa:bb",0,0]]}[0]
+  dev get-default-queue: [0,0] [0]
+  dev get-default-queue --json: {"return":0,"result":[0,0]}[0]
+  dev get --json: {"return":0,"result":  [1]}[0]
+  dev get-default-queue --json: {"return":1,"detail":"Failed to read file: invalid."} [1]
+  dev get: Failed to read file: invalid. [1]
+  dev get-default-queue --json: {"return":0,"result":}[0]
+  dev get --json: {"return":1,"detail":"Failed to read file."} [1]
+  dev get-default-queue: Failed to read file. [1]
 
-Editing. The MAC text goes to the engine as typed, after it is cut to 31
-characters and checked in that form (the 32-character MAC below passes
-only without its last character, and goes out without it); queue ids are only checked to be 0 or
-more (the engine judges them against its queue count). The word count alone
-decides between one device and all; a negative id needs "--".
+Editing: MACs cut to 31 characters, then checked; queue ids 0 or more.
 
-  $ cases <<'EOF'
+  $ rows <<'EOF'
   > dev set-queue 00-11-22-33-44-55 3 4 --json
   > dev set-queue AABBCCDDEEFF 0 x
   > dev get
@@ -115,97 +83,45 @@ decides between one device and all; a negative id needs "--".
   > dev delete --json
   > dev get --json
   > EOF
-  vektool dev set-queue 00-11-22-33-44-55 3 4 --json
-  {"return":0}
-  [exit 0]
+  dev set-queue 00-11-22-33-44-55 3 4 --json: {"return":0} [0]
     write /proc/vek/dbdev 10 00-11-22-33-44-55 3 4
-  vektool dev set-queue AABBCCDDEEFF 0 x
-  [exit 0]
+  dev set-queue AABBCCDDEEFF 0 x: [0]
     write /proc/vek/dbdev 10 AABBCCDDEEFF 0 0
-  vektool dev get
-  [["00:11:22:33:44:55",3,4],["66:77:88:99:aa:bb",0,0],["aa:bb:cc:dd:ee:ff",0,0]]
-  [exit 0]
-  vektool dev set-queue 00:11:22:33:44:55 -- -1 4
-  Wrong arg: -1
-  [exit 1]
-  vektool dev set-queue 00:11:22:33:44:55 1 -- -4
-  Wrong arg: -4
-  [exit 1]
-  vektool dev set-queue bad -- -1 -4 --json
-  Wrong arg: bad
-  [exit 1]
-  vektool dev set-queue 00:11:22:33:44:55 -1 4
-  Wrong arg number: 3
-  [exit 1]
-  vektool dev set-queue 00:11:22:33:44:55 1 --json
-  {"return":1,"detail":"Wrong arg number: 3"}
-  [exit 1]
-  vektool dev set-queue
-  Wrong arg number: 1
-  [exit 1]
-  vektool dev set-queue 00:11:22:33:44:55:66:77:88:99:aa:bb:cc 1 1
-  Wrong arg: 00:11:22:33:44:55:66:77:88:99:a
-  [exit 1]
-  vektool dev set-queue 00:11:22:33:44:55xxxxxxxxxxxxxxxxxxxxxxxxxxxxxx 1 1
-  Wrong arg: 00:11:22:33:44:55xxxxxxxxxxxxxx
-  [exit 1]
-  vektool dev set-queue 00:11:22:33:44:55 1 99999999999
-  [exit 0]
+  dev get: [["00:11:22:33:44:55",3,4],["66:77:88:99:aa:bb",0,0],["aa:bb:cc:dd:ee:ff",0,0]] [0]
+  dev set-queue 00:11:22:33:44:55 -- -1 4: Wrong arg: -1 [1]
+  dev set-queue 00:11:22:33:44:55 1 -- -4: Wrong arg: -4 [1]
+  dev set-queue bad -- -1 -4 --json: Wrong arg: bad [1]
+  dev set-queue 00:11:22:33:44:55 -1 4: Wrong arg number: 3 [1]
+  dev set-queue 00:11:22:33:44:55 1 --json: {"return":1,"detail":"Wrong arg number: 3"} [1]
+  dev set-queue: Wrong arg number: 1 [1]
+  dev set-queue 00:11:22:33:44:55:66:77:88:99:aa:bb:cc 1 1: Wrong arg: 00:11:22:33:44:55:66:77:88:99:a [1]
+  dev set-queue 00:11:22:33:44:55xxxxxxxxxxxxxxxxxxxxxxxxxxxxxx 1 1: Wrong arg: 00:11:22:33:44:55xxxxxxxxxxxxxx [1]
+  dev set-queue 00:11:22:33:44:55 1 99999999999: [0]
     write /proc/vek/dbdev 10 00:11:22:33:44:55 1 2147483647
-  vektool dev set-queue axxxxxxxxxxxxxxxxxx:abbccddeeffx 1 1
-  [exit 0]
+  dev set-queue axxxxxxxxxxxxxxxxxx:abbccddeeffx 1 1: [0]
     write /proc/vek/dbdev 10 axxxxxxxxxxxxxxxxxx:abbccddeeff 1 1
-  vektool dev delete axxxxxxxxxxxxxxxxxx:abbccddeeff
-  [exit 0]
+  dev delete axxxxxxxxxxxxxxxxxx:abbccddeeff: [0]
     write /proc/vek/dbdev 7 axxxxxxxxxxxxxxxxxx:abbccddeeff
-  vektool dev set-default-queue 1 2 --json
-  {"return":0}
-  [exit 0]
+  dev set-default-queue 1 2 --json: {"return":0} [0]
     write /proc/vek/dbdev 11 1 2
-  vektool dev get-default-queue
-  [1,2]
-  [exit 0]
-  vektool dev set-default-queue 1 --json
-  {"return":1,"detail":"Wrong arg number: 2"}
-  [exit 1]
-  vektool dev set-default-queue -- -1 -2
-  Wrong arg: -1
-  [exit 1]
-  vektool dev set-default-queue 0 -- -2
-  Wrong arg: -2
-  [exit 1]
-  vektool dev reset-default-queue --json
-  {"return":0}
-  [exit 0]
+  dev get-default-queue: [1,2] [0]
+  dev set-default-queue 1 --json: {"return":1,"detail":"Wrong arg number: 2"} [1]
+  dev set-default-queue -- -1 -2: Wrong arg: -1 [1]
+  dev set-default-queue 0 -- -2: Wrong arg: -2 [1]
+  dev reset-default-queue --json: {"return":0} [0]
     write /proc/vek/dbdev 17
-  vektool dev reset-queue 00:11:22:33:44:55
-  [exit 0]
+  dev reset-queue 00:11:22:33:44:55: [0]
     write /proc/vek/dbdev 19 00:11:22:33:44:55
-  vektool dev reset-queue
-  [exit 0]
+  dev reset-queue: [0]
     write /proc/vek/dbdev 18
-  vektool dev reset-queue foo --json
-  {"return":1,"detail":"Wrong arg: foo"}
-  [exit 1]
-  vektool dev reset-queue 00:11:22:33:44:55 extra
-  [exit 0]
+  dev reset-queue foo --json: {"return":1,"detail":"Wrong arg: foo"} [1]
+  dev reset-queue 00:11:22:33:44:55 extra: [0]
     write /proc/vek/dbdev 19 00:11:22:33:44:55
-  vektool dev delete 00:11:22:33:44:55 --json
-  {"return":0}
-  [exit 0]
+  dev delete 00:11:22:33:44:55 --json: {"return":0} [0]
     write /proc/vek/dbdev 7 00:11:22:33:44:55
-  vektool dev delete foo
-  Wrong arg: foo
-  [exit 1]
-  vektool dev delete aa:bb:cc:dd:ee:ff:
-  Wrong arg: aa:bb:cc:dd:ee:ff:
-  [exit 1]
-  vektool dev delete ''
-  Wrong arg: 
-  [exit 1]
-  vektool dev delete --json
-  {"return":0}
-  [exit 0]
+  dev delete foo: Wrong arg: foo [1]
+  dev delete aa:bb:cc:dd:ee:ff:: Wrong arg: aa:bb:cc:dd:ee:ff: [1]
+  dev delete '': Wrong arg:  [1]
+  dev delete --json: {"return":0} [0]
     write /proc/vek/dbdev 6
-  vektool dev get --json
-  {"return":0,"result":[]}[exit 0]
+  dev get --json: {"return":0,"result":[]}[0]

@@ -1,11 +1,9 @@
-vektool limiter against the simulator: per-target rate limits in
-/proc/vek/limiter_ctrl. Each case is one line (the words after vektool), then
-what it printed, its exit status and the verbs the engine received.
+vektool limiter: per-target rate limits in /proc/vek/limiter_ctrl.
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
 
-The help carries the "Brief:" lines.
+The help, with its "Brief:" lines, and the frame's failures.
 
   $ vektool limiter -h
   Usage: vektool limiter [options] <command> [args]
@@ -28,20 +26,16 @@ The help carries the "Brief:" lines.
   <down_kbps>: Limit rate for downstream flow. Unit: kbps. Default value: 1 Mbps.
   <enable>: Enabled status of limiter of <mac>.
   <type>: The type of the target.
-  $ cases <<'EOF'
+  $ rows <<'EOF'
   > limiter
   > limiter list --json
   > EOF
-  vektool limiter
-  [exit 1]
-  vektool limiter list --json
-  [exit 1]
+  limiter: [1]
+  limiter list --json: [1]
 
-set and del check the target by --type (0 MAC, 1 IPv4 subnet, 2 digits) and
-pass it on as typed; options not given go out as -1, and the enabled flag
-comes before the two rates. A refused target is reported whole.
+set and del: the target checked by --type, unset options as -1.
 
-  $ cases <<'EOF'
+  $ rows <<'EOF'
   > limiter set 00:11:22:33:44:55
   > limiter set 192.168.1.0/24 --type 1 --up 2048 --down 4096 --en 1 --json
   > limiter set 42 --type 2 --en 0
@@ -74,106 +68,52 @@ comes before the two rates. A refused target is reported whole.
   > limiter del 1 --type 3 --json
   > limiter del
   > EOF
-  vektool limiter set 00:11:22:33:44:55
-  [exit 0]
+  limiter set 00:11:22:33:44:55: [0]
     write /proc/vek/limiter_ctrl set 0 00:11:22:33:44:55 -1 -1 -1
-  vektool limiter set 192.168.1.0/24 --type 1 --up 2048 --down 4096 --en 1 --json
-  {"return":0}
-  [exit 0]
+  limiter set 192.168.1.0/24 --type 1 --up 2048 --down 4096 --en 1 --json: {"return":0} [0]
     write /proc/vek/limiter_ctrl set 1 192.168.1.0/24 1 2048 4096
-  vektool limiter set 42 --type 2 --en 0
-  [exit 0]
+  limiter set 42 --type 2 --en 0: [0]
     write /proc/vek/limiter_ctrl set 2 42 0 -1 -1
-  vektool limiter set --down=0x10 001122334455 --mac ignored
-  [exit 0]
+  limiter set --down=0x10 001122334455 --mac ignored: [0]
     write /proc/vek/limiter_ctrl set 0 001122334455 -1 -1 16
-  vektool limiter set 00:11:2233:44:55 --json
-  {"return":1,"detail":"invalid arg: 00:11:2233:44:55"}
-  [exit 1]
-  vektool limiter set aa:bb:cc:dd:ee:ff: --type 0
-  invalid arg: aa:bb:cc:dd:ee:ff:
-  [exit 1]
-  vektool limiter set 192.168.1.0/33 --type 1
-  invalid arg: 192.168.1.0/33
-  [exit 1]
-  vektool limiter set 192.168.1.0/32 --type 1
-  [exit 0]
+  limiter set 00:11:2233:44:55 --json: {"return":1,"detail":"invalid arg: 00:11:2233:44:55"} [1]
+  limiter set aa:bb:cc:dd:ee:ff: --type 0: invalid arg: aa:bb:cc:dd:ee:ff: [1]
+  limiter set 192.168.1.0/33 --type 1: invalid arg: 192.168.1.0/33 [1]
+  limiter set 192.168.1.0/32 --type 1: [0]
     write /proc/vek/limiter_ctrl set 1 192.168.1.0/32 -1 -1 -1
-  vektool limiter set 192.168.1.0 --type 1
-  invalid arg: 192.168.1.0
-  [exit 1]
-  vektool limiter set 192.168.1.0/ --type 1
-  invalid arg: 192.168.1.0/
-  [exit 1]
-  vektool limiter set 192.168.1.0/2x --type 1
-  invalid arg: 192.168.1.0/2x
-  [exit 1]
-  vektool limiter set 192.168.1/24 --type 1
-  invalid arg: 192.168.1/24
-  [exit 1]
-  vektool limiter set ::1/64 --type 1
-  invalid arg: ::1/64
-  [exit 1]
-  vektool limiter set /8 --type 1
-  invalid arg: /8
-  [exit 1]
-  vektool limiter set 10.0.0.0/288 --type 1
-  [exit 0]
+  limiter set 192.168.1.0 --type 1: invalid arg: 192.168.1.0 [1]
+  limiter set 192.168.1.0/ --type 1: invalid arg: 192.168.1.0/ [1]
+  limiter set 192.168.1.0/2x --type 1: invalid arg: 192.168.1.0/2x [1]
+  limiter set 192.168.1/24 --type 1: invalid arg: 192.168.1/24 [1]
+  limiter set ::1/64 --type 1: invalid arg: ::1/64 [1]
+  limiter set /8 --type 1: invalid arg: /8 [1]
+  limiter set 10.0.0.0/288 --type 1: [0]
     write /proc/vek/limiter_ctrl set 1 10.0.0.0/288 -1 -1 -1
-  vektool limiter set 10.0.0.0/0024 --type 1
-  [exit 0]
+  limiter set 10.0.0.0/0024 --type 1: [0]
     write /proc/vek/limiter_ctrl set 1 10.0.0.0/0024 -1 -1 -1
-  vektool limiter set "$(printf '%070d' 0)/8" --type 1
-  invalid arg: 0000000000000000000000000000000000000000000000000000000000000000000000/8
-  [exit 1]
-  vektool limiter set 4a --type 2 --json
-  {"return":1,"detail":"invalid arg: 4a"}
-  [exit 1]
-  vektool limiter set '' --type 2
-  [exit 0]
+  limiter set "$(printf '%070d' 0)/8" --type 1: invalid arg: 0000000000000000000000000000000000000000000000000000000000000000000000/8 [1]
+  limiter set 4a --type 2 --json: {"return":1,"detail":"invalid arg: 4a"} [1]
+  limiter set '' --type 2: [0]
     write /proc/vek/limiter_ctrl set 2  -1 -1 -1
-  vektool limiter set 1 --type 3
-  invalid arg: 1
-  [exit 1]
-  vektool limiter set 1 --type=-1
-  invalid arg: 1
-  [exit 1]
-  vektool limiter set --json
-  {"return":1,"detail":"Wrong arg number: 1"}
-  [exit 1]
-  vektool limiter set 00:11:22:33:44:55 --up x
-  error: option `--up` expects an integer value
-  [exit 1]
-  vektool limiter set 00:11:22:33:44:55 --up
-  error: option `--up` requires a value
-  [exit 1]
-  vektool limiter del 42 --type 2
-  [exit 0]
+  limiter set 1 --type 3: invalid arg: 1 [1]
+  limiter set 1 --type=-1: invalid arg: 1 [1]
+  limiter set --json: {"return":1,"detail":"Wrong arg number: 1"} [1]
+  limiter set 00:11:22:33:44:55 --up x: error: option `--up` expects an integer value [1]
+  limiter set 00:11:22:33:44:55 --up: error: option `--up` requires a value [1]
+  limiter del 42 --type 2: [0]
     write /proc/vek/limiter_ctrl del 2 42
-  vektool limiter del 4a --type 2
-  invalid arg: 4a
-  [exit 1]
-  vektool limiter del 192.168.1.0/24 --type 1 --json
-  {"return":0}
-  [exit 0]
+  limiter del 4a --type 2: invalid arg: 4a [1]
+  limiter del 192.168.1.0/24 --type 1 --json: {"return":0} [0]
     write /proc/vek/limiter_ctrl del 1 192.168.1.0/24
-  vektool limiter del 00:11:22:33:44:55 --up 5
-  [exit 0]
+  limiter del 00:11:22:33:44:55 --up 5: [0]
     write /proc/vek/limiter_ctrl del 0 00:11:22:33:44:55
-  vektool limiter del 00-11-22-33-44-5 --json
-  {"return":1,"detail":"invalid arg: 00-11-22-33-44-5"}
-  [exit 1]
-  vektool limiter del 1 --type 3 --json
-  {"return":1,"detail":"invalid arg: 1"}
-  [exit 1]
-  vektool limiter del
-  Wrong arg number: 1
-  [exit 1]
+  limiter del 00-11-22-33-44-5 --json: {"return":1,"detail":"invalid arg: 00-11-22-33-44-5"} [1]
+  limiter del 1 --type 3 --json: {"return":1,"detail":"invalid arg: 1"} [1]
+  limiter del: Wrong arg number: 1 [1]
 
-get rebuilds its document from the engine's: the state, then the MAC and IP
-rules with their state, target and rate pair. "vr" is never filled.
+get rebuilds the engine's document; "vr" is never filled.
 
-  $ cases <<'EOF'
+  $ rows <<'EOF'
   > limiter get
   > limiter get --json
   > limiter clear --json
@@ -195,43 +135,18 @@ rules with their state, target and rate pair. "vr" is never filled.
   > limiter get
   > limiter clear --json
   > EOF
-  vektool limiter get
-  {"s":1,"mr":[],"ir":[{"s":1,"a":"192.168.1.0/32","r":[1024,1024]},{"s":1,"a":"10.0.0.0/0024","r":[1024,1024]}],"vr":[]}
-  [exit 0]
-  vektool limiter get --json
-  {"return":0,"result":{"s":1,"mr":[],"ir":[{"s":1,"a":"192.168.1.0/32","r":[1024,1024]},{"s":1,"a":"10.0.0.0/0024","r":[1024,1024]}],"vr":[]}}
-  [exit 0]
-  vektool limiter clear --json
-  {"return":0}
-  [exit 0]
+  limiter get: {"s":1,"mr":[],"ir":[{"s":1,"a":"192.168.1.0/32","r":[1024,1024]},{"s":1,"a":"10.0.0.0/0024","r":[1024,1024]}],"vr":[]} [0]
+  limiter get --json: {"return":0,"result":{"s":1,"mr":[],"ir":[{"s":1,"a":"192.168.1.0/32","r":[1024,1024]},{"s":1,"a":"10.0.0.0/0024","r":[1024,1024]}],"vr":[]}} [0]
+  limiter clear --json: {"return":0} [0]
     write /proc/vek/limiter_ctrl clear
-  vektool limiter get
-  {"s":0,"mr":[],"ir":[],"vr":[]}
-  [exit 0]
-  vektool limiter clear extra
-  [exit 0]
+  limiter get: {"s":0,"mr":[],"ir":[],"vr":[]} [0]
+  limiter clear extra: [0]
     write /proc/vek/limiter_ctrl clear
-  vektool limiter get
-  {"s":7,"mr":[{"s":2,"m":"aa","r":[1,2]},{"s":0,"m":"","r":"odd"},{"s":0,"m":"","r":[0,0]}],"ir":[{"s":2147483647,"a":"10.0.0.0/8","r":[0,0]}],"vr":[]}
-  [exit 0]
-  vektool limiter get
-  {"s":0,"mr":[{"s":-3,"m":"","r":[0,0]}],"ir":[],"vr":[]}
-  [exit 0]
-  vektool limiter get
-  {"s":0,"mr":[],"ir":[],"vr":[]}
-  [exit 0]
-  vektool limiter get --json
-  {"return":0,"result":{"s":0,"mr":[],"ir":[],"vr":[]}}
-  [exit 0]
-  vektool limiter get
-  {"s":0,"mr":[],"ir":[],"vr":[]}
-  [exit 0]
-  vektool limiter get --json
-  {"return":0,"result":{"s":0,"mr":[],"ir":[],"vr":[]}}
-  [exit 0]
-  vektool limiter get
-  {"s":0,"mr":[],"ir":[],"vr":[]}
-  [exit 0]
-  vektool limiter clear --json
-  {"return":0}
-  [exit 0]
+  limiter get: {"s":7,"mr":[{"s":2,"m":"aa","r":[1,2]},{"s":0,"m":"","r":"odd"},{"s":0,"m":"","r":[0,0]}],"ir":[{"s":2147483647,"a":"10.0.0.0/8","r":[0,0]}],"vr":[]} [0]
+  limiter get: {"s":0,"mr":[{"s":-3,"m":"","r":[0,0]}],"ir":[],"vr":[]} [0]
+  limiter get: {"s":0,"mr":[],"ir":[],"vr":[]} [0]
+  limiter get --json: {"return":0,"result":{"s":0,"mr":[],"ir":[],"vr":[]}} [0]
+  limiter get: {"s":0,"mr":[],"ir":[],"vr":[]} [0]
+  limiter get --json: {"return":0,"result":{"s":0,"mr":[],"ir":[],"vr":[]}} [0]
+  limiter get: {"s":0,"mr":[],"ir":[],"vr":[]} [0]
+  limiter clear --json: {"return":0} [0]
