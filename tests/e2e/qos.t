@@ -258,7 +258,7 @@ JSON, both cut to the 512-byte verb.
   > qos get-dscp --json: {"return":0,"result":[1]} [0]
   > vek-sim file /proc/vek/conn_ctx '{"dr":[]}'
   > qos get-dscp --json: {"return":1,"detail":"Unsupported"} [0]
-  > vek-sim file /proc/vek/conn_ctx 'not json'
+  > vek-sim file /proc/vek/conn_ctx 'x'
   > qos get-dscp --json: {"return":1,"detail":"Wrong json format: (null)"} [0]
   > qos get-dscp extra: Wrong json format: extra [0]
   > vek-sim file /proc/vek/conn_ctx ''
