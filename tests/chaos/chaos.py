@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""The chaos run: thousands of generated command lines against a simulated
-gateway in ever-changing odd states.
+"""The chaos run: hundreds or thousands of generated command lines against a
+simulated gateway in ever-changing odd states.
 
 Command lines come from the group table (src/groups/groups.cc) and each
 group's own tables: every group, command and option, with odd, huge, binary,
