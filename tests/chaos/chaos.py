@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""The chaos run: thousands of generated command lines against a simulated
-gateway in ever-changing odd states.
+"""The chaos run: hundreds or thousands of generated command lines against a
+simulated gateway in ever-changing odd states.
 
 Command lines come from the group table (src/groups/groups.cc) and each
 group's own tables: every group, command and option, with odd, huge, binary,
@@ -16,9 +16,13 @@ without running anything it was not asked to (a marker file that shell-laden
 arguments would create must never appear).
 
 Environment:
-  VEKTOOL_CHAOS_RUNS     command lines to run (default 3000)
-  VEKTOOL_CHAOS_SECONDS  stop early after this many seconds (default 150)
-  VEKTOOL_CHAOS_START    the random start (default: a fresh one, printed)
+  VEKTOOL_CHAOS_RUNS     command lines to run (default %d)
+  VEKTOOL_CHAOS_START    the random start (default %d); "random": a fresh
+                         one, printed
+  VEKTOOL_CHAOS_SECONDS  stop early after this many seconds (default: never)
+The defaults are the run of the test suite: the same command lines and
+scenes every time, however fast the machine. A long run draws its own:
+  VEKTOOL_CHAOS_START=random VEKTOOL_CHAOS_RUNS=20000 VEKTOOL_CHAOS_SECONDS=1800
 Usage: chaos.py SOURCE_DIR   (vektool and vek-sim on PATH)
 A failing case prints its random start, its number and the command line;
 VEKTOOL_CHAOS_START=N repeats the same sequence.
@@ -32,6 +36,10 @@ import subprocess
 import sys
 import tempfile
 import time
+
+DEFAULT_RUNS = 600
+DEFAULT_START = 1
+__doc__ %= (DEFAULT_RUNS, DEFAULT_START)
 
 RUN_LIMIT = 8.0  # seconds: 3 s for a service that never answers, 1 s of
                  # database retries, and room for a 1 MiB file on a slow CPU
@@ -286,9 +294,10 @@ def main():
         sys.stderr.write(__doc__)
         return 2
     src = sys.argv[1]
-    runs = int(os.environ.get("VEKTOOL_CHAOS_RUNS", "3000"))
-    budget = float(os.environ.get("VEKTOOL_CHAOS_SECONDS", "150"))
-    start = int(os.environ.get("VEKTOOL_CHAOS_START") or int.from_bytes(os.urandom(4), "big"))
+    runs = int(os.environ.get("VEKTOOL_CHAOS_RUNS") or DEFAULT_RUNS)
+    budget = float(os.environ.get("VEKTOOL_CHAOS_SECONDS") or "inf")
+    start = os.environ.get("VEKTOOL_CHAOS_START") or str(DEFAULT_START)
+    start = int.from_bytes(os.urandom(4), "big") if start == "random" else int(start)
     print("chaos: random start %d (repeat with VEKTOOL_CHAOS_START=%d)" % (start, start), flush=True)
     rng = random.Random(start)
     table = group_table(src)
