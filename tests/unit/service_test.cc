@@ -72,7 +72,12 @@ TEST_F(ServiceTest, RequestsAndReplies) {
     if (server.joinable()) server.join();
     if (listener >= 0) close(listener);
     std::string reply = text ? std::string(text.get(), length) : "<none:" + std::to_string(length) + ">";
-    if (c.reply == "piece;") EXPECT_TRUE(reply == "piece;" || reply == "piece;piece;") << reply;  // a late scheduler cuts sooner
+    // Whole pieces, cut before the sixth: a budget renewed on every pass
+    // would take all six. How many come before the cut depends on the
+    // scheduler, so a loaded machine is not held to one or two.
+    if (c.reply == "piece;")
+      EXPECT_TRUE(!reply.empty() && reply.size() < 36 && reply.size() % 6 == 0 &&
+                  reply.find_first_not_of("piece;") == std::string::npos) << reply;
     else EXPECT_EQ(reply, c.reply);
   }
   EXPECT_EQ(received, big_request);
