@@ -12,16 +12,23 @@
 # and the verbs the engine received during the case, indented. A line that
 # begins with "vek-sim" sets the scene and prints nothing; blank lines and
 # lines that begin with "#" are skipped.
-cases() {
+cases() { each_case case_block; }
+case_block() {
+  printf 'vektool %s\n' "$1"
+  eval "vektool $1" </dev/null 2>&1
+  printf '[exit %d]\n' $?
+}
+
+# Runs the cases on standard input through a printer of one case ($1: the
+# words), clearing the journal before each and showing it, indented, after.
+each_case() {
   while IFS= read -r line; do
     case $line in
       '' | '#'*) continue ;;
       vek-sim*) eval "$line" </dev/null; continue ;;
     esac
     vek-sim journal --clear
-    printf 'vektool %s\n' "$line"
-    eval "vektool $line" </dev/null 2>&1
-    printf '[exit %d]\n' $?
+    "$1" "$line"
     vek-sim journal | sed 's/^/  /'
   done
 }
@@ -36,21 +43,14 @@ cases() {
 #   > EOF
 #   qos on --json: {"return":0} [0]
 #     write /proc/vek/qos_enabled 1
-rows() {
-  while IFS= read -r line; do
-    case $line in
-      '' | '#'*) continue ;;
-      vek-sim*) eval "$line" </dev/null; continue ;;
-    esac
-    vek-sim journal --clear
-    out=$(eval "vektool $line" </dev/null 2>&1; printf '~%d' $?)
-    status=${out##*~}
-    out=${out%~*}
-    case $out in
-      *'
-') printf '%s: %s [%s]\n' "$line" "${out%?}" "$status" ;;
-      *) printf '%s: %s[%s]\n' "$line" "$out" "$status" ;;
-    esac
-    vek-sim journal | sed 's/^/  /'
-  done
+rows() { each_case row_line; }
+row_line() {
+  out=$(eval "vektool $1" </dev/null 2>&1; printf '~%d' $?)
+  status=${out##*~}
+  out=${out%~*}
+  case $out in
+    *'
+') printf '%s: %s [%s]\n' "$1" "${out%?}" "$status" ;;
+    *) printf '%s: %s[%s]\n' "$1" "$out" "$status" ;;
+  esac
 }
