@@ -160,33 +160,38 @@ int scan32(const char *text, const char *format, ...) {
   return stored;
 }
 
-long strtol32(const char *text, char **end, int base) {
+namespace {
+
+// What strtol32 and strtoul32 share: the base check (EINVAL), the digits
+// and where they end. False for a base strtol refuses.
+bool read_for_strto(const char *text, char **end, int base, bool *negative, uint64_t *magnitude) {
   errno = 0;
   if (!valid_base(base)) {
     errno = EINVAL;
-    return 0;
+    return false;
   }
+  const char *stop = read_number(text, static_cast<unsigned>(base), negative, magnitude);
+  if (end) *end = const_cast<char *>(stop);
+  return true;
+}
+
+}  // namespace
+
+long strtol32(const char *text, char **end, int base) {
   bool negative;
   uint64_t magnitude;
-  const char *stop = read_number(text, static_cast<unsigned>(base), &negative, &magnitude);
-  if (end) *end = const_cast<char *>(stop);
+  if (!read_for_strto(text, end, base, &negative, &magnitude)) return 0;
   const uint64_t limit = negative ? uint64_t{INT32_MAX} + 1 : uint64_t{INT32_MAX};
   if (magnitude > limit) errno = ERANGE;
   return hold_signed(negative, magnitude);
 }
 
+// The gateway negates the magnitude of a "-" text in 32 bits, and refuses a
+// magnitude past them.
 unsigned long strtoul32(const char *text, char **end, int base) {
-  errno = 0;
-  if (!valid_base(base)) {
-    errno = EINVAL;
-    return 0;
-  }
-  // The gateway negates the magnitude of a "-" text in 32 bits, and refuses
-  // a magnitude past them.
   bool negative;
   uint64_t magnitude;
-  const char *stop = read_number(text, static_cast<unsigned>(base), &negative, &magnitude);
-  if (end) *end = const_cast<char *>(stop);
+  if (!read_for_strto(text, end, base, &negative, &magnitude)) return 0;
   if (magnitude > UINT32_MAX) errno = ERANGE;
   return hold_unsigned(negative, magnitude);
 }
