@@ -1,123 +1,56 @@
-vektool qos against the simulator. A row: the words after vektool, what they
-printed, [status] (glued to output without a line end), the verbs written,
-indented. "vek-sim" lines set the scene; `table` prints only rows that differ.
+vektool qos against the simulator. One case a line (see cases.sh); "vek-sim"
+lines set the scene.
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
-  $ table() {
-  >   grep -v -e '^#' -e '^$' >want
-  >   awk '/^vek-sim/ { print; next } /^[^ ]/ { print substr($0, 1, index($0, ": ") - 1) }' want | rows >got
-  >   grep -v '^vek-sim' want | diff -u --label want --label got - got
-  > }
 
-The help lists 30 usage lines and the group's options.
+The help (30 usage lines and the options), pinned byte for byte by its sum.
 
-  $ vektool qos -h
-  Usage: vektool qos [options] <command> [args]
-     or: vektool qos get-qoe-active
-     or: vektool qos set-qoe-active <active>
-     or: vektool qos get-hyqos-active
-     or: vektool qos set-hyqos-active <active>
-     or: vektool qos get-algo
-     or: vektool qos set-algo <algorithm>
-     or: vektool qos get-qoe-profile
-     or: vektool qos set-qoe-profile <profile>      # ai, gaming, streaming, wfh, office
-     or: vektool qos get-qoe-profile-settings
-     or: vektool qos set-qoe-profile-setting <profile>
-     or: vektool qos set-qoe-profile-settings <json_settings>
-     or: vektool qos get-qoe-optimization
-     or: vektool qos enable-qoe-bwctl
-     or: vektool qos disable-qoe-bwctl
-     or: vektool qos get-qoe-bwctl
-     or: vektool qos set-qoe-bwctl <bwctl_settings>
-     or: vektool qos get-hyqos-queues
-     or: vektool qos set-hyqos-queue <dir> <qid> <rate_mbps>
-     or: vektool qos set-hyqos-queues <json_queues>     # [[<up_rate>, ...],[<dw_rate>, ...]]
-     or: vektool qos reset-hyqos-queue                  # reset all queues
-     or: vektool qos reset-hyqos-queue <dir> <qid>      # reset <dir> <qid>
-     or: vektool qos get-hyqos-devs
-     or: vektool qos add-hyqos-devs <json_devs>     # [[<mac>, <upqid>, <dwqid>], ...]
-     or: vektool qos del-hyqos-devs <json_devs>     # [<mac>, ...]
-     or: vektool qos get-hw-queue-num
-     or: vektool qos get-dscp
-     or: vektool qos enable-dscp
-     or: vektool qos disable-dscp
-     or: vektool qos set-dscp-mapping <dscp_class_mapping>
-  
-      -h, --help            show this help message and exit
-      --sensitivity=<int>   The sensitivity of profile setting.
-      --intensity=<int>     The intensity of profile setting.
-      --json                
-      -m=<str>              
+  $ vektool qos -h | cksum
+  1680648420 1684
 
 The frame, the switch, the mode ("get" prints JSON in plain mode too), the
-algorithm and QoE (names exact); qos_ctrl's readers with a bad or no record.
+algorithm and QoE (names exact); qos_ctrl's readers with a bad or no record;
+the queue count is read after the JSON argument parses.
 
   $ table <<'EOF'
   > qos: [1]
-  > qos bogus --json: [1]
   > qos GET-ALGO --json: [1]
   > qos --json get-algo: {"return":0,"result":"qoe"} [0]
-  > qos --help >/dev/null: [0]
-  > qos on: [0]
-  >   write /proc/vek/qos_enabled 1
-  > qos off --json extra: {"return":0} [0]
-  >   write /proc/vek/qos_enabled 0
+  > qos on: [0] -> write /proc/vek/qos_enabled 1
+  > qos off --json extra: {"return":0} [0] -> write /proc/vek/qos_enabled 0
   > qos get: {"return":0,"qosmode":"1"}[0]
-  > qos get --json: {"return":0,"qosmode":"1"}[0]
-  > qos set -m gateway --json: {"return":0} [0]
-  >   write /proc/vek/qos_mode gateway
-  > qos set -mbridge: [0]
-  >   write /proc/vek/qos_mode bridge
-  > qos get: {"return":0,"qosmode":"bridge"}[0]
+  > qos set -m gateway --json: {"return":0} [0] -> write /proc/vek/qos_mode gateway
+  > qos set -mbridge: [0] -> write /proc/vek/qos_mode bridge
   > qos set -m '' --json: {"return":1} [0]
   > qos set --json: {"return":1} [0]
-  > qos set: [0]
   > qos set -m: error: option `-m` requires a value [1]
   > vek-sim file /proc/vek/qos_mode '  spaced mode  '
   > qos get: {"return":0,"qosmode":"spaced mode"}[0]
   > vek-sim unreadable /proc/vek/qos_mode
   > qos get --json: {"return":0,"qosmode":""}[0]
-  > qos set-algo hyqos: [0]
-  >   write /proc/vek/qos_ctrl d:algorithm:2
+  > qos set-algo hyqos: [0] -> write /proc/vek/qos_ctrl d:algorithm:2
   > qos get-algo: hyqos [0]
-  > qos set-algo none --json: {"return":0} [0]
-  >   write /proc/vek/qos_ctrl d:algorithm:0
+  > qos set-algo none --json: {"return":0} [0] -> write /proc/vek/qos_ctrl d:algorithm:0
   > qos get-algo --json: {"return":0,"result":"none"} [0]
-  > qos set-algo qoe --json extra: {"return":0} [0]
-  >   write /proc/vek/qos_ctrl d:algorithm:1
+  > qos set-algo qoe --json extra: {"return":0} [0] -> write /proc/vek/qos_ctrl d:algorithm:1
   > qos set-algo HyQoS --json: {"return":1,"detail":"Wrong algorithm: HyQoS. (none, qoe, hyqos)"} [1]
   > qos set-algo '': Wrong algorithm: . (none, qoe, hyqos) [1]
   > qos set-algo: Wrong arg number: 1 [1]
-  > qos set-algo --json: {"return":1,"detail":"Wrong arg number: 1"} [1]
   > qos get-qoe-active: 1 [0]
   > qos get-qoe-active --json: {"return":0,"result":1}[0]
-  > qos set-qoe-active 0 --json: {"return":0} [0]
-  >   write /proc/vek/qoe_config 1 0
-  > qos set-qoe-active abc: [0]
-  >   write /proc/vek/qoe_config 1 0
-  > qos set-qoe-active 7x: [0]
-  >   write /proc/vek/qoe_config 1 7
-  > qos set-qoe-active 99999999999: [0]
-  >   write /proc/vek/qoe_config 1 2147483647
-  > qos set-qoe-active -- -1: [0]
-  >   write /proc/vek/qoe_config 1 -1
-  > qos set-qoe-active -1 --json: {"return":1,"detail":"Wrong arg number: 1"} [1]
+  > qos set-qoe-active 0 --json: {"return":0} [0] -> write /proc/vek/qoe_config 1 0
+  > qos set-qoe-active 7x: [0] -> write /proc/vek/qoe_config 1 7
+  > qos set-qoe-active 99999999999: [0] -> write /proc/vek/qoe_config 1 2147483647
+  > qos set-qoe-active -- -1: [0] -> write /proc/vek/qoe_config 1 -1
   > qos set-qoe-active: Wrong arg number: 1 [1]
-  > qos get-qoe-profile: ai [0]
-  > qos set-qoe-profile gaming --json: {"return":0} [0]
-  >   write /proc/vek/qoe_config 3 2
+  > qos set-qoe-profile gaming --json: {"return":0} [0] -> write /proc/vek/qoe_config 3 2
   > qos get-qoe-profile --json: {"return":0,"result":"gaming"} [0]
-  > qos set-qoe-profile none: [0]
-  >   write /proc/vek/qoe_config 3 0
-  > qos set-qoe-profile streaming: [0]
-  >   write /proc/vek/qoe_config 3 4
-  > qos set-qoe-profile office: [0]
-  >   write /proc/vek/qoe_config 3 5
-  > qos set-qoe-profile ai2: [0]
-  >   write /proc/vek/qoe_config 3 6
-  > qos set-qoe-profile custom: [0]
-  >   write /proc/vek/qoe_config 3 7
+  > qos set-qoe-profile none: [0] -> write /proc/vek/qoe_config 3 0
+  > qos set-qoe-profile streaming: [0] -> write /proc/vek/qoe_config 3 4
+  > qos set-qoe-profile office: [0] -> write /proc/vek/qoe_config 3 5
+  > qos set-qoe-profile ai2: [0] -> write /proc/vek/qoe_config 3 6
+  > qos set-qoe-profile custom: [0] -> write /proc/vek/qoe_config 3 7
   > qos get-qoe-profile: custom [0]
   > qos set-qoe-profile AI --json: {"return":1,"detail":"Wrong profile: AI. (none, ai, gaming, wfh, streaming, office)"} [1]
   > qos set-qoe-profile gamingx: Wrong profile: gamingx. (none, ai, gaming, wfh, streaming, office) [1]
@@ -154,7 +87,6 @@ algorithm and QoE (names exact); qos_ctrl's readers with a bad or no record.
   > qos get-hyqos-active: Failed to operate proc. [1]
   > qos get-hw-queue-num --json: {"return":1,"detail":"Failed to read file."} [1]
   > vek-sim missing /proc/vek/qos_ctrl
-  > qos get-algo: Failed to read file. [1]
   > qos set-algo qoe --json: {"return":0} [0]
   > EOF
 
@@ -163,35 +95,21 @@ are truncated toward zero and held to int, non-numbers are 0.
 
   $ table <<'EOF'
   > qos get-qoe-profile-settings: [[50,50],[50,50],[50,50],[50,50],[50,50],[50,50],[50,50],[50,50]] [0]
-  > qos set-qoe-profile-setting gaming: [0]
-  >   write /proc/vek/qoe_config 60 2 0 0
-  > qos set-qoe-profile-setting wfh --sensitivity 30 --intensity=0x10 --json: {"return":0} [0]
-  >   write /proc/vek/qoe_config 60 3 30 16
-  > qos set-qoe-profile-setting --intensity 5 custom: [0]
-  >   write /proc/vek/qoe_config 60 7 0 5
-  > qos set-qoe-profile-setting ai --sensitivity=-3: [0]
-  >   write /proc/vek/qoe_config 60 1 -3 0
+  > qos set-qoe-profile-setting gaming: [0] -> write /proc/vek/qoe_config 60 2 0 0
+  > qos set-qoe-profile-setting wfh --sensitivity 30 --intensity=0x10 --json: {"return":0} [0] -> write /proc/vek/qoe_config 60 3 30 16
+  > qos set-qoe-profile-setting --intensity 5 custom: [0] -> write /proc/vek/qoe_config 60 7 0 5
+  > qos set-qoe-profile-setting ai --sensitivity=-3: [0] -> write /proc/vek/qoe_config 60 1 -3 0
   > qos set-qoe-profile-setting Gaming --json: {"return":1,"detail":"Wrong profile: Gaming. (none, ai, gaming, wfh, streaming, office)"} [1]
   > qos set-qoe-profile-setting --sensitivity 1: Wrong arg number: 1 [1]
   > qos set-qoe-profile-setting gaming --sensitivity x: error: option `--sensitivity` expects an integer value [1]
   > qos get-qoe-profile-settings --json: {"return":0,"result":"[[50,50],[-3,0],[0,0],[30,16],[50,50],[50,50],[50,50],[0,5]]"} [0]
-  > qos set-qoe-profile-settings '[[1,2],[3,4]]' --json: {"return":0} [0]
-  >   write /proc/vek/qoe_config 60 0 1 2
-  >   write /proc/vek/qoe_config 60 1 3 4
-  > qos set-qoe-profile-settings '[[1,2],[3,4],5]' --json: [1]
-  >   write /proc/vek/qoe_config 60 0 1 2
-  >   write /proc/vek/qoe_config 60 1 3 4
-  > qos set-qoe-profile-settings '[[1,2],[3]]': [1]
-  >   write /proc/vek/qoe_config 60 0 1 2
+  > qos set-qoe-profile-settings '[[1,2],[3,4]]' --json: {"return":0} [0] -> write /proc/vek/qoe_config 60 0 1 2 -> write /proc/vek/qoe_config 60 1 3 4
+  > qos set-qoe-profile-settings '[[1,2],[3,4],5]' --json: [1] -> write /proc/vek/qoe_config 60 0 1 2 -> write /proc/vek/qoe_config 60 1 3 4
+  > qos set-qoe-profile-settings '[[1,2],[3]]': [1] -> write /proc/vek/qoe_config 60 0 1 2
   > qos set-qoe-profile-settings '[{"a":1,"b":2}]': [1]
   > qos set-qoe-profile-settings '[]' --json: {"return":0} [0]
-  > qos set-qoe-profile-settings '[[1.9,-2.7],["x",null]]': [0]
-  >   write /proc/vek/qoe_config 60 0 1 -2
-  >   write /proc/vek/qoe_config 60 1 0 0
-  > qos set-qoe-profile-settings '[[1e300,-1e300],[2147483648.5,-2147483649]]': [0]
-  >   write /proc/vek/qoe_config 60 0 2147483647 -2147483648
-  >   write /proc/vek/qoe_config 60 1 2147483647 -2147483648
-  > qos set-qoe-profile-settings '[5,[0,0],[0,0],[0,0],[0,0],[0,0],[0,0],[0,0]]': [1]
+  > qos set-qoe-profile-settings '[[1.9,-2.7],["x",null]]': [0] -> write /proc/vek/qoe_config 60 0 1 -2 -> write /proc/vek/qoe_config 60 1 0 0
+  > qos set-qoe-profile-settings '[[1e300,-1e300],[2147483648.5,-2147483649]]': [0] -> write /proc/vek/qoe_config 60 0 2147483647 -2147483648 -> write /proc/vek/qoe_config 60 1 2147483647 -2147483648
   > qos set-qoe-profile-settings '[[0,0],[0,0],[0,0],[0,0],[0,0],[0,0],[0,0],[0,0],[0,0]]' --json: {"return":1,"detail":"Invalid input: 9, [[0,0],[0,0],[0,0],[0,0],[0,0],[0,0],[0,0],[0,0],[0,0]]"} [1]
   > qos set-qoe-profile-settings '{"a":[1,2]}' --json: {"return":1,"detail":"Wrong json format: {"a":[1,2]}"} [1]
   > qos set-qoe-profile-settings '[[1,2]' --json: {"return":1,"detail":"Wrong json format: [[1,2]"} [1]
@@ -214,19 +132,13 @@ JSON, both cut to the 512-byte verb.
   $ table <<'EOF'
   > qos get-qoe-optimization: {"state":1,"score":87,"flows":12} [0]
   > qos get-qoe-optimization --json: {"return":0,"result":{"state":1,"score":87,"flows":12}}[0]
-  > qos enable-qoe-bwctl: [0]
-  >   write /proc/vek/qoe_config2 set-para {"enabled":1}
-  > qos get-qoe-bwctl --json: {"return":0,"result":{"enabled":1,"up":0,"down":0}}[0]
-  > qos disable-qoe-bwctl --json: {"return":0} [0]
-  >   write /proc/vek/qoe_config2 set-para {"enabled":0}
-  > qos set-qoe-bwctl '{"up":100, "down":200}' --json: {"return":0} [0]
-  >   write /proc/vek/qoe_config2 set-para {"up":100, "down":200}
+  > qos enable-qoe-bwctl: [0] -> write /proc/vek/qoe_config2 set-para {"enabled":1}
+  > qos disable-qoe-bwctl --json: {"return":0} [0] -> write /proc/vek/qoe_config2 set-para {"enabled":0}
+  > qos set-qoe-bwctl '{"up":100, "down":200}' --json: {"return":0} [0] -> write /proc/vek/qoe_config2 set-para {"up":100, "down":200}
   > qos get-qoe-bwctl: {"enabled":0,"up":100,"down":200} [0]
-  > qos set-qoe-bwctl "{\"k\":\"$(printf '%0520d' 0)\"}": [0]
-  >   write /proc/vek/qoe_config2 set-para {"k":"0000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000
+  > qos set-qoe-bwctl "{\"k\":\"$(printf '%0520d' 0)\"}": [0] -> write /proc/vek/qoe_config2 set-para {"k":"0000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000
   > qos set-qoe-bwctl '[1]' --json: {"return":1,"detail":"Wrong json format: [1]"} [1]
   > qos set-qoe-bwctl 'up=1': Wrong json format: up=1 [1]
-  > qos set-qoe-bwctl '"x"': Wrong json format: "x" [1]
   > qos set-qoe-bwctl --json: {"return":1,"detail":"Wrong arg number: 1"} [1]
   > vek-sim file /proc/vek/qoe_optimization ''
   > qos get-qoe-optimization --json: {"return":1,"detail":"Failed to read file: invalid."} [1]
@@ -234,25 +146,16 @@ JSON, both cut to the 512-byte verb.
   > qos get-qoe-optimization --json: {"return":0,"result":}[0]
   > vek-sim missing /proc/vek/qoe_config2
   > qos get-qoe-bwctl --json: {"return":1,"detail":"Failed to read file."} [1]
-  > qos enable-qoe-bwctl --json: {"return":0} [0]
   > vek-sim unreadable /proc/vek/qoe_optimization
   > qos get-qoe-optimization: Failed to read file. [1]
   > qos get-dscp: {"tagging":0,"mapping":{}} [0]
-  > qos get-dscp --json: {"return":0,"result":{"tagging":0,"mapping":{}}} [0]
-  > qos enable-dscp --json: {"return":0} [0]
-  >   write /proc/vek/conn_ctx set-dscp-tagging 1
-  > qos disable-dscp: [0]
-  >   write /proc/vek/conn_ctx set-dscp-tagging 0
-  > qos set-dscp-mapping '{"ef":5}' --json: {"return":0} [0]
-  >   write /proc/vek/conn_ctx set-dscp-mapping {"ef":5}
-  > qos set-dscp-mapping '[1]': [0]
-  >   write /proc/vek/conn_ctx set-dscp-mapping [1]
-  > qos set-dscp-mapping 7: [0]
-  >   write /proc/vek/conn_ctx set-dscp-mapping 7
+  > qos enable-dscp --json: {"return":0} [0] -> write /proc/vek/conn_ctx set-dscp-tagging 1
+  > qos disable-dscp: [0] -> write /proc/vek/conn_ctx set-dscp-tagging 0
+  > qos set-dscp-mapping '{"ef":5}' --json: {"return":0} [0] -> write /proc/vek/conn_ctx set-dscp-mapping {"ef":5}
+  > qos set-dscp-mapping 7: [0] -> write /proc/vek/conn_ctx set-dscp-mapping 7
   > qos set-dscp-mapping '{bad' --json: {"return":1,"detail":"Wrong json format: {bad"} [1]
   > qos set-dscp-mapping: Wrong arg number: 1 [1]
-  > qos set-dscp-mapping "[\"$(printf '%0600d' 0)\"]": [0]
-  >   write /proc/vek/conn_ctx set-dscp-mapping ["000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000
+  > qos set-dscp-mapping "[\"$(printf '%0600d' 0)\"]": [0] -> write /proc/vek/conn_ctx set-dscp-mapping ["000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000
   > qos get-dscp --json: {"return":0,"result":{"tagging":0,"mapping":7}} [0]
   > vek-sim file /proc/vek/conn_ctx '{"DSCP":[1]}'
   > qos get-dscp --json: {"return":0,"result":[1]} [0]
@@ -273,22 +176,16 @@ afresh); plain get-hw-queue-num exits 1; set-hyqos-queues stops at a bad entry.
 
   $ table <<'EOF'
   > qos get-hyqos-active: 0 [0]
-  > qos set-hyqos-active 1 --json: {"return":0} [0]
-  >   write /proc/vek/qoe_config 2 1
+  > qos set-hyqos-active 1 --json: {"return":0} [0] -> write /proc/vek/qoe_config 2 1
   > qos get-hyqos-active --json: {"return":0,"result":1}[0]
-  > qos set-hyqos-active x: [0]
-  >   write /proc/vek/qoe_config 2 0
+  > qos set-hyqos-active x: [0] -> write /proc/vek/qoe_config 2 0
   > qos set-hyqos-active: Wrong arg number: 1 [1]
   > qos get-hw-queue-num: 8 [1]
   > qos get-hw-queue-num --json: {"return":0,"result":8}[0]
-  > qos set-hyqos-queue 1 7 100 --json: {"return":0} [0]
-  >   write /proc/vek/qoe_config 501 1 7 100
+  > qos set-hyqos-queue 1 7 100 --json: {"return":0} [0] -> write /proc/vek/qoe_config 501 1 7 100
   > qos get-hyqos-queues --json: {"return":0,"result":[[["",1000],["",1000],["",1000],["",1000],["",1000],["",1000],["",1000],["",1000]],[["",1000],["",1000],["",1000],["",1000],["",1000],["",1000],["",1000],["",100]]]}[0]
-  > qos get-hyqos-queues: [[["",1000],["",1000],["",1000],["",1000],["",1000],["",1000],["",1000],["",1000]],[["",1000],["",1000],["",1000],["",1000],["",1000],["",1000],["",1000],["",100]]] [0]
-  > qos set-hyqos-queue 0 0 0: [0]
-  >   write /proc/vek/qoe_config 501 0 0 0
-  > qos set-hyqos-queue 1 x 100: [0]
-  >   write /proc/vek/qoe_config 501 1 0 100
+  > qos set-hyqos-queue 0 0 0: [0] -> write /proc/vek/qoe_config 501 0 0 0
+  > qos set-hyqos-queue 1 x 100: [0] -> write /proc/vek/qoe_config 501 1 0 100
   > qos set-hyqos-queue 1 8 100 --json: {"return":1,"detail":"Wrong arg: 8"} [1]
   > qos set-hyqos-queue 2 0 100: Wrong arg: 2 [1]
   > qos set-hyqos-queue -- -1 0 100: Wrong arg: -1 [1]
@@ -298,17 +195,14 @@ afresh); plain get-hw-queue-num exits 1; set-hyqos-queues stops at a bad entry.
   > qos set-hyqos-queue -- 0 -2 -1: Wrong arg: -2 [1]
   > qos set-hyqos-queue -- 0 1 -5x: Wrong arg: -5x [1]
   > qos set-hyqos-queue 0 1 --json: {"return":1,"detail":"Wrong arg number: 3"} [1]
-  > qos reset-hyqos-queue --json: {"return":0} [0]
-  >   write /proc/vek/qoe_config 510
-  > qos reset-hyqos-queue 5 99: [0]
-  >   write /proc/vek/qoe_config 511 5 99
+  > qos reset-hyqos-queue --json: {"return":0} [0] -> write /proc/vek/qoe_config 510
+  > qos reset-hyqos-queue 5 99: [0] -> write /proc/vek/qoe_config 511 5 99
   > qos reset-hyqos-queue 1 --json: {"return":1,"detail":"Wrong arg number: 2"} [1]
   > qos reset-hyqos-queue -- -1 0: Wrong arg: -1 [1]
   > qos reset-hyqos-queue -- 0 -3: Wrong arg: -3 [1]
   > vek-sim file /proc/vek/qos_ctrl 'd:qnum:3'
   > qos set-hyqos-queue 0 3 10: Wrong arg: 3 [1]
-  > qos set-hyqos-queue 0 2 10: [0]
-  >   write /proc/vek/qoe_config 501 0 2 10
+  > qos set-hyqos-queue 0 2 10: [0] -> write /proc/vek/qoe_config 501 0 2 10
   > vek-sim file /proc/vek/qos_ctrl 'd:qnum:x'
   > qos set-hyqos-queue 0 0 10 --json: {"return":1,"detail":"Failed to read file."} [1]
   > qos set-hyqos-queue -- 0 -1 10 --json: Wrong arg: -1 [1]
@@ -322,33 +216,21 @@ afresh); plain get-hw-queue-num exits 1; set-hyqos-queues stops at a bad entry.
   > vek-sim file /proc/vek/qoe_config 'j:pfs:[]'
   > qos get-hyqos-queues --json: {"return":1,"detail":"Failed to read file."} [1]
   > vek-sim file /proc/vek/qoe_config 'j:hyqos_rate:  [1]  '
-  > qos get-hyqos-queues --json: {"return":0,"result":[1]}[0]
-  > vek-sim unreadable /proc/vek/qoe_config
-  > qos get-hyqos-queues: Failed to read file. [1]
+  > qos get-hyqos-queues: [1] [0]
   > vek-sim file /proc/vek/qos_ctrl 'd:qnum:1'
-  > qos set-hyqos-queues '[[["a",10]],[["b",20]]]' --json: {"return":0} [0]
-  >   write /proc/vek/qoe_config 501 0 0 10 a
-  >   write /proc/vek/qoe_config 501 1 0 20 b
-  > qos set-hyqos-queues '[[["up link",1.9]]]': [0]
-  >   write /proc/vek/qoe_config 501 0 0 1 up link
-  > qos set-hyqos-queues '[[["a","x"]]]': [0]
-  >   write /proc/vek/qoe_config 501 0 0 0 a
-  > qos set-hyqos-queues '[[["a",1e12]]]': [0]
-  >   write /proc/vek/qoe_config 501 0 0 2147483647 a
+  > qos set-hyqos-queues '[[["a",10]],[["b",20]]]' --json: {"return":0} [0] -> write /proc/vek/qoe_config 501 0 0 10 a -> write /proc/vek/qoe_config 501 1 0 20 b
+  > qos set-hyqos-queues '[[["up link",1.9]]]': [0] -> write /proc/vek/qoe_config 501 0 0 1 up link
+  > qos set-hyqos-queues '[[["a","x"]]]': [0] -> write /proc/vek/qoe_config 501 0 0 0 a
+  > qos set-hyqos-queues '[[["a",1e12]]]': [0] -> write /proc/vek/qoe_config 501 0 0 2147483647 a
   > qos set-hyqos-queues '[]' --json: {"return":0} [0]
   > qos set-hyqos-queues '[[["a",1]],[["b",2]],[["c",3]]]' --json: {"return":1,"detail":"Invalid input: [[["a",1]],[["b",2]],[["c",3]]]"} [1]
   > qos set-hyqos-queues '[[["a",1]],[]]' --json: [1]
   > qos set-hyqos-queues '[[["a",1]],[["b",2],["c",3]]]': [1]
-  > qos set-hyqos-queues '[[["a",1]],"x"]': [1]
   > qos set-hyqos-queues '[{"q":["a",1]}]': [1]
-  > qos set-hyqos-queues '[[["a",1]],[[5,2]]]': [1]
-  >   write /proc/vek/qoe_config 501 0 0 1 a
-  > qos set-hyqos-queues '[[["a",1]],[["b"]]]' --json: [1]
-  >   write /proc/vek/qoe_config 501 0 0 1 a
-  > qos set-hyqos-queues '[[["a",1]],[{"t":"b","r":2}]]': [1]
-  >   write /proc/vek/qoe_config 501 0 0 1 a
+  > qos set-hyqos-queues '[[["a",1]],[[5,2]]]': [1] -> write /proc/vek/qoe_config 501 0 0 1 a
+  > qos set-hyqos-queues '[[["a",1]],[["b"]]]' --json: [1] -> write /proc/vek/qoe_config 501 0 0 1 a
+  > qos set-hyqos-queues '[[["a",1]],[{"t":"b","r":2}]]': [1] -> write /proc/vek/qoe_config 501 0 0 1 a
   > qos set-hyqos-queues '{"a":1}' --json: {"return":1,"detail":"Wrong json format: {"a":1}"} [1]
-  > qos set-hyqos-queues '[[' --json: {"return":1,"detail":"Wrong json format: [["} [1]
   > qos set-hyqos-queues: Wrong arg number: 1 [1]
   > vek-sim reset
   > EOF
@@ -358,11 +240,7 @@ before it writes; del deletes one at a time up to a bad entry.
 
   $ table <<'EOF'
   > qos get-hyqos-devs: [["00:11:22:33:44:55",0,0],["66:77:88:99:aa:bb",0,0]] [0]
-  > qos get-hyqos-devs --json: {"return":0,"result":[["00:11:22:33:44:55",0,0],["66:77:88:99:aa:bb",0,0]]}[0]
-  > qos add-hyqos-devs '[["00:11:22:33:44:55",1,2],["AA-BB-CC-DD-EE-FF",7,0]]' --json: {"return":0} [0]
-  >   write /proc/vek/dbdev 10 00:11:22:33:44:55 1 2
-  >   write /proc/vek/dbdev 10 AA-BB-CC-DD-EE-FF 7 0
-  > qos get-hyqos-devs: [["00:11:22:33:44:55",1,2],["66:77:88:99:aa:bb",0,0],["aa:bb:cc:dd:ee:ff",7,0]] [0]
+  > qos add-hyqos-devs '[["00:11:22:33:44:55",1,2],["AA-BB-CC-DD-EE-FF",7,0]]' --json: {"return":0} [0] -> write /proc/vek/dbdev 10 00:11:22:33:44:55 1 2 -> write /proc/vek/dbdev 10 AA-BB-CC-DD-EE-FF 7 0
   > qos add-hyqos-devs '[]' --json: {"return":0} [0]
   > qos add-hyqos-devs '[["00:11:22:33:44:55",1,2],["bad",1,1]]' --json: {"return":1,"detail":"Invalid mac: bad"} [0]
   > qos add-hyqos-devs '[[5,1,1]]': Invalid mac: null [0]
@@ -374,26 +252,20 @@ before it writes; del deletes one at a time up to a bad entry.
   > qos add-hyqos-devs '[["00:11:22:33:44:55",1]]' --json: [0]
   > qos add-hyqos-devs '[["00:11:22:33:44:55",1,2,3]]' --json: [0]
   > qos add-hyqos-devs '[{"m":"00:11:22:33:44:55","u":1,"d":2}]' --json: [0]
-  > qos add-hyqos-devs '[["001122334455",1.9,"x"]]': [0]
-  >   write /proc/vek/dbdev 10 001122334455 1 0
+  > qos add-hyqos-devs '[["001122334455",1.9,"x"]]': [0] -> write /proc/vek/dbdev 10 001122334455 1 0
   > qos add-hyqos-devs "[$(for i in $(seq 65); do printf '["00:11:22:33:44:55",0,0],'; done | sed 's/,$//')]" --json: {"return":1,"detail":"Can not support devices number: 65"} [0]
   > qos add-hyqos-devs "[$(for i in $(seq 63); do printf '["00:11:22:33:44:55",0,0],'; done)[\"bad\",0,0]]" --json: {"return":1,"detail":"Invalid mac: bad"} [0]
   > qos add-hyqos-devs "[[\"$(printf '%0600d' 0)\",0,0]]" --json: {"return":1,"detail":"Invalid mac: 000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"} [0]
   > qos add-hyqos-devs '{"a":1}' --json: {"return":1,"detail":"Wrong json format: {"a":1}"} [0]
-  > qos add-hyqos-devs '[[' --json: {"return":1,"detail":"Wrong json format: [["} [1]
   > qos add-hyqos-devs: Wrong arg number: 1 [1]
-  > qos del-hyqos-devs --json: {"return":0} [0]
-  >   write /proc/vek/dbdev 6
-  > qos del-hyqos-devs '["00:11:22:33:44:55","bad"]' --json: {"return":1,"detail":"Invalid mac: bad"} [0]
-  >   write /proc/vek/dbdev 7 00:11:22:33:44:55
-  > qos del-hyqos-devs '["66:77:88:99:aa:bb",1]': Invalid mac: null [0]
-  >   write /proc/vek/dbdev 7 66:77:88:99:aa:bb
+  > qos del-hyqos-devs --json: {"return":0} [0] -> write /proc/vek/dbdev 6
+  > qos del-hyqos-devs '["00:11:22:33:44:55","bad"]' --json: {"return":1,"detail":"Invalid mac: bad"} [0] -> write /proc/vek/dbdev 7 00:11:22:33:44:55
+  > qos del-hyqos-devs '["66:77:88:99:aa:bb",1]': Invalid mac: null [0] -> write /proc/vek/dbdev 7 66:77:88:99:aa:bb
   > qos del-hyqos-devs '[]': [0]
   > qos del-hyqos-devs '"00:11:22:33:44:55"' --json: {"return":1,"detail":"Wrong json format: "00:11:22:33:44:55""} [0]
   > qos del-hyqos-devs 'x': Wrong json format: x [1]
   > vek-sim file /proc/vek/dbdev 'j:defq:[0,0]'
   > qos get-hyqos-devs --json: {"return":0,"detail":"Failed to read file."} [1]
-  > qos get-hyqos-devs: Failed to read file. [1]
   > vek-sim unreadable /proc/vek/dbdev
-  > qos get-hyqos-devs --json: {"return":0,"detail":"Failed to read file."} [1]
+  > qos get-hyqos-devs: Failed to read file. [1]
   > EOF
