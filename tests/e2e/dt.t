@@ -4,10 +4,10 @@ vektool dt (its usage says "bs"): the topology daemon dt_srv and its file
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
 
-start runs the daemon unless it runs already, whatever its status; get wraps
-the file, trimmed and unchecked, while the daemon runs (else, or when the file
-is blank, the empty topology; a missing file gives -1); stop always runs
-killall. The help (`dt -h | cksum`) is pinned byte for byte.
+start runs the daemon unless it runs, and succeeds whatever its status; get
+wraps the file, trimmed and unchecked, while the daemon runs (else, or when
+the file is blank, the empty topology; a missing file gives -1); stop always
+runs killall. The help (`dt -h | cksum`) is pinned byte for byte.
 
   $ table <<'EOF'
   > vek-sim exit dt_srv 3
