@@ -1,9 +1,8 @@
 #!/bin/bash
-# Asks the build's bash completion ($VEK_BUILD_DIR/vektool.bash) what it
-# offers, as bash would when Tab is pressed after the last word. A case a line
-# on standard input: the words after "vektool" (quoted as in a shell), ":",
-# then each candidate in the order offered after a space. Prints nothing when
-# every case came out as written, else a diff.
+# Asks the build's completion ($VEK_BUILD_DIR/vektool.bash) what Tab after the
+# last word offers. A case a line on standard input: the words after "vektool"
+# (shell-quoted), ":", each candidate in order after a space. Prints nothing
+# when every case came out as written, else a diff.
 set -u
 . "${VEK_BUILD_DIR:?}/vektool.bash"
 tmp=$(mktemp -d) && trap 'rm -rf "$tmp"' EXIT || exit 1

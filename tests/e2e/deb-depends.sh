@@ -1,12 +1,9 @@
 #!/bin/sh
-# Checks that a .deb declares every shared library its programs need: those
-# they link (NEEDED) and those they open by name at run time (a soname among
-# their strings, as the tool opens libcjson.so.1). Each library's package (of
-# the package's architecture) must have a clause of its own in Depends; for a
-# library opened at run time, whose version floor no tool computes, at least
-# the version that its symbols file gives for the newest function named.
-#
-#   sh deb-depends.sh DEB    prints "SONAME DEPENDS-ENTRY" a library, exits 1 on a miss
+# sh deb-depends.sh DEB: prints "SONAME DEPENDS-ENTRY" for each library the
+# programs link (NEEDED) or open by name (a soname among their strings, as the
+# tool opens libcjson.so.1), and exits 1 unless Depends has a clause of its own
+# for the library's package; for one opened at run time, whose floor no tool
+# computes, at least the version its symbols file gives the newest function named.
 set -u
 deb=$1
 arch=$(dpkg-deb -f "$deb" Architecture)

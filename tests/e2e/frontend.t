@@ -7,12 +7,15 @@ it, the configuration, and the frame's help and errors.
 A missing (first row) or unknown group word is code 3, exit status 255,
 printed only when the pre-scan saw --json (a last one it misses). Help goes
 to standard output; the frame's errors exit 1 silently. Unknown options are
-dropped, their values stay words; "--" ends the options.
+dropped, their values stay words; "--" ends the options. Without a vek.ini
+(beside the executable's link or in the search) it is code 60 before the
+group is looked at. -i/--ini, exact words, name the file as given (not under
+the sysroot); a last -i is ignored, a missing file falls back to the search.
 
+  $ cp "$R/usr/vek/bin/vek.ini" local.ini
   $ table <<'EOF'
   > vek-sim file /proc/vek/monitor u:block_conns:42
   > : [255]
-  > nosuch get: [255]
   > nosuch get --json: [255]
   > nosuch --json get: {"return":3} [255]
   > MON get-conn-count block --json x: {"return":3} [255]
@@ -29,27 +32,8 @@ dropped, their values stay words; "--" ends the options.
   > mon bogus --json: [1]
   > mon Get-Conn-Count block: [1]
   > mon -x get-conn-count --foo block -q: 42 [0]
-  > mon get-conn-count --mac block: 42 [0]
   > mon get-conn-count -- flows --json: Unsupport type: flows⏎ [0]
   > mon get-conn-count -- --json: Unsupport type: --json⏎ [0]
-  > EOF
-
-cJSON is opened when first needed: the loader's end comes before any verb.
-
-  $ mkdir badlib && : > badlib/libcjson.so.1 && vek-sim journal --clear
-  $ export LD_LIBRARY_PATH=badlib
-  $ vektool mon get-conn-count block && vektool qos set-qoe-profile-settings '[[1,2]]'; echo "[$?]"; unset LD_LIBRARY_PATH; vek-sim journal
-  42
-  vektool: error while loading shared libraries: badlib/libcjson.so.1: file too short
-  [127]
-
-Without a vek.ini (beside the executable's link or in the search) it is code
-60 before the group is looked at. -i/--ini, exact words, name the file as
-given (not under the sysroot); a last -i is ignored, a missing file falls
-back to the search.
-
-  $ cp "$R/usr/vek/bin/vek.ini" local.ini
-  $ table <<'EOF'
   > vek-sim exe /nowhere/vektool
   > mon get-conn-count block --json: [255]
   > mon get-conn-count block --json x: {"return":60} [255]
@@ -66,3 +50,11 @@ back to the search.
   > vek-sim file /usr/other/bin/vek.ini '[vek]'
   > mon get-conn-count block --json x: {"return":0,"result":42} [0]
   > EOF
+
+cJSON is opened when first needed: the loader's end comes before any verb.
+
+  $ mkdir badlib && : > badlib/libcjson.so.1 && vek-sim journal --clear && export LD_LIBRARY_PATH=badlib
+  $ vektool mon get-conn-count block && vektool qos set-qoe-profile-settings '[[1,2]]'; echo "[$?]"; unset LD_LIBRARY_PATH; vek-sim journal
+  42
+  vektool: error while loading shared libraries: badlib/libcjson.so.1: file too short
+  [127]

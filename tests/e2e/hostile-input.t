@@ -2,9 +2,8 @@ A vek.ini, an -i path or a control file, whatever it is, never crashes the
 tool, holds it (timeout would give 124), or makes it print the file. Runs
 that must answer alike are counted by `uniq -c`.
 
-  $ export VEKTOOL_SYSROOT="$PWD/root" && mkdir -p root/proc/self root/proc/vek root/usr/vek/bin
-  $ ln -s /usr/vek/bin/vektool root/proc/self/exe && printf 'u:block_conns:42\n' > root/proc/vek/monitor
-  $ printf '[vek]\nbin = /usr/vek/bin\nrun = /var/run/vek\n' > good.ini && ini=root/usr/vek/bin/vek.ini
+  $ export VEKTOOL_SYSROOT="$PWD/root" && mkdir -p root/proc/self root/proc/vek root/usr/vek/bin && ini=root/usr/vek/bin/vek.ini
+  $ ln -s /usr/vek/bin/vektool root/proc/self/exe && printf 'u:block_conns:42\n' > root/proc/vek/monitor && printf '[vek]\nrun = /var/run/vek\n' > good.ini
   $ run() { out=$(timeout 1 vektool "$@" 2>&1); printf '%s [%d]\n' "$out" $?; }
 
 A section named like a key, in any case, changes nothing.
@@ -28,14 +27,8 @@ Named vek.ini in the search, they hide nothing further down.
   $ exec 3<>root/held
   $ for path in /zero /fifo /dev/stdin /dir /shadow "$long.ini"; do run mon get-conn-count block -i "$path" --json x <&3; done | uniq -c
         6 {"return":60} [255]
-  $ for name in zero fifo directory shadow; do
-  >   case $name in
-  >     zero) ln -s /dev/zero "$ini" ;;
-  >     fifo) mkfifo "$ini" ;;
-  >     directory) mkdir "$ini" ;;
-  >     shadow) cp root/shadow "$ini" ;;
-  >   esac
-  >   cp good.ini root/etc/vek/vek.ini && found=$(run mon get-conn-count block --json x <&3)
+  $ for plant in "ln -s /dev/zero" mkfifo mkdir "cp root/shadow"; do
+  >   $plant "$ini" && cp good.ini root/etc/vek/vek.ini && found=$(run mon get-conn-count block --json x <&3)
   >   rm root/etc/vek/vek.ini && echo "$found, then $(run mon get-conn-count block --json x <&3)" && rm -r "$ini"
   > done | uniq -c
         4 {"return":0,"result":42} [0], then {"return":60} [255]
@@ -44,19 +37,13 @@ Named vek.ini in the search, they hide nothing further down.
 A control file that never ends a line is unreadable; a FIFO reads as empty,
 open or not, and a verb to it is dropped when nobody reads, else taken whole.
 
-  $ m=root/proc/vek/monitor
-  $ for name in zero fifo held; do
-  >   rm -f "$m"
-  >   case $name in
-  >     zero) ln -s /dev/zero "$m" ;;
-  >     fifo) mkfifo "$m" ;;
-  >     held) mkfifo "$m"; exec 4<>"$m" ;;
-  >   esac
-  >   echo "$name: $(run mon get-conn-count block) $(run mon get-conn-count category) $(run mon clear-conn-count --json x)"
+  $ m=root/proc/vek/monitor && held() { mkfifo "$1" && exec 4<>"$1"; }
+  $ for plant in "ln -s /dev/zero" mkfifo held; do
+  >   rm -f "$m" && $plant "$m" && echo "${plant##* }: $(run mon get-conn-count block) $(run mon get-conn-count category) $(run mon clear-conn-count --json x)"
   >   exec 4>&-
   > done
-  zero: Failed to read file [0] Failed to read file [0] {"return":0} [0]
-  fifo:  [0]  [0] {"return":0} [0]
+  /dev/zero: Failed to read file [0] Failed to read file [0] {"return":0} [0]
+  mkfifo:  [0]  [0] {"return":0} [0]
   held:  [0]  [0] {"return":0} [0]
   $ mkfifo root/proc/vek/verbs && exec 4<>root/proc/vek/verbs && rm "$m" && ln -s verbs "$m"
   $ run mon clear-conn-count; timeout 1 dd bs=64 count=1 iflag=nonblock <&4 2>/dev/null; echo

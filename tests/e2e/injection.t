@@ -6,8 +6,7 @@ named pwned if a shell ran any of it.
   $ . "$TESTDIR/cases.sh"
   $ ini=/usr/vek/bin/vek.ini && cp "$R$ini" vek.ini.orig && cp vek.ini.orig ./-x.ini
   $ mkdir -p "$R/tmp/\$(touch pwned)" && cp "$R$ini" "$R/usr/vek/var/vek.xr" "$R/tmp/\$(touch pwned)/"
-  $ mkdir -p "$R/usr/vek/var;touch pwned" && cp "$R/usr/vek/var/"* "$R/usr/vek/var;touch pwned/"
-  $ bin="$R/opt/\$(touch pwned);x/bin" && mkdir -p "$bin" && cp "$R/usr/vek/bin/dt_srv" "$bin/" && cp vek.ini.orig "$bin/vek.ini"
+  $ mkdir -p "$R/usr/vek/var;touch pwned" && cp "$R/usr/vek/var/"* "$R/usr/vek/var;touch pwned/" && bin="$R/opt/\$(touch pwned);x/bin" && mkdir -p "$bin" && cp "$R/usr/vek/bin/dt_srv" "$bin/" && cp vek.ini.orig "$bin/vek.ini"
 
 Interfaces (options, vek.ini; one beginning with "-" too), the -i path and
 vek.ini's bin (a missing program there: 102) each stay one word; var and -f

@@ -77,11 +77,9 @@ lies beside the tool.
   install ok installed
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
-  $ cmp "$R/usr/vek/bin/vektool" dest/usr/vek/bin/vektool && test ! -L "$R/usr/vek/bin/vektool"
-  $ keys() { sed -n 's/^\([a-z_]*\) *=.*/\1/p' "$1" | sort; }
+  $ keys() { sed -n 's/^\([a-z_]*\) *=.*/\1/p' "$1" | sort; }; vektool() { "$R/usr/vek/bin/vektool" "$@"; }
   $ keys "$R/usr/vek/bin/vek.ini" > sim-keys && test -s sim-keys && keys "$R/usr/share/doc/vektool/examples/vek.ini" | diff sim-keys -
-  $ mkdir -p "$R/usr/vek/etc" && cp "$R/usr/share/doc/vektool/examples/vek.ini" "$R/usr/vek/etc/vek.ini"
-  $ vektool() { "$R/usr/vek/bin/vektool" "$@"; }
+  $ cmp "$R/usr/vek/bin/vektool" dest/usr/vek/bin/vektool && test ! -L "$R/usr/vek/bin/vektool" && cp "$R/usr/share/doc/vektool/examples/vek.ini" "$R/usr/vek/etc/"
   $ table <<'EOF'
   > vek-sim file /proc/vek/monitor u:block_conns:42
   > mon get-conn-count block --json: {"return":0,"result":42} [0]

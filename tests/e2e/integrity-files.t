@@ -3,9 +3,7 @@ As root beside other callers: a file replaced becomes a regular file of mode
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
-  $ var="$R/usr/vek/var"
-  $ printf '#3,0,mail\n25:smtp\n' > "$R/tmp/new.id"
-  $ head -c 1000 /dev/urandom > "$R/tmp/new.xdb"
+  $ var="$R/usr/vek/var" && printf '#3,0,mail\n25:smtp\n' > "$R/tmp/new.id" && head -c 1000 /dev/urandom > "$R/tmp/new.xdb"
   $ cp /bin/true "$R/tmp/suid" && chmod 4755 "$R/tmp/suid"
   $ fresh() {
   >   find "$var" -mindepth 1 -maxdepth 1 ! -name app.xdb ! -name vek.xr -exec rm -rf {} +

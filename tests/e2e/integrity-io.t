@@ -5,26 +5,21 @@ the world-writable /tmp, an unwritable result, an overlong socket path.
   $ . "$TESTDIR/cases.sh"
 
 `date +%z` is read to its first line: 3 MiB more cost no memory (peak under
-128 MiB), and an endless one is stopped.
+128 MiB), and an endless one is stopped. /tmp/bs/bs.json is read only as a
+regular file of one name in a real directory: a link (to a 0600 secret or a
+good file), a second name, a linked /tmp/bs, a FIFO or a directory is a
+missing file (-1, the empty topology).
 
-  $ vek-sim tz +0800 3
-  $ /usr/bin/python3 -c 'import resource, subprocess, sys; subprocess.run(sys.argv[1:]); print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss < 131072)' vektool iam set-rules -f /tmp/none
+  $ printf '{"secret":1}\n' > "$R/secret" && chmod 600 "$R/secret" && mkdir -p "$R/tmp/other"
+  $ echo '{"bands":[]}' > "$R/tmp/other/t.json" && cp "$R/secret" "$R/tmp/other/bs.json"
+  $ bs() { mkdir "$R/tmp/bs" && (cd "$R/tmp" && eval "$1"); }
+  $ vek-sim tz +0800 3 && /usr/bin/python3 -c 'import resource, subprocess, sys; subprocess.run(sys.argv[1:]); print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss < 131072)' vektool iam set-rules -f /tmp/none
   True
   $ table <<'EOF'
   > vek-sim tz -0530 forever
   > iam set-rules -f /tmp/none --json: {"return":0} [0] -> write /proc/vek/pc_rule_import 0 -> run date +%z -> write /proc/vek/pc_tzoffset -0530\n
   > vek-sim tz +0800
-  > EOF
-
-/tmp/bs/bs.json is read only as a regular file of one name in a real
-directory: a link (to a 0600 secret or a good file), a second name, a linked
-/tmp/bs, a FIFO or a directory is a missing file (-1, the empty topology).
-
-  $ printf '{"secret":1}\n' > "$R/secret" && chmod 600 "$R/secret" && mkdir -p "$R/tmp/other"
-  $ echo '{"bands":[]}' > "$R/tmp/other/t.json" && cp "$R/secret" "$R/tmp/other/bs.json"
-  $ bs() { mkdir "$R/tmp/bs" && (cd "$R/tmp" && eval "$1"); }
-  $ vek-sim proc start dt_srv >/dev/null
-  $ table <<'EOF'
+  > vek-sim proc start dt_srv >/dev/null
   > vek-sim missing /tmp/bs && bs 'ln -s "$R/secret" bs/bs.json'
   > dt get --json: {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"} [0]
   > vek-sim missing /tmp/bs && bs 'ln -s ../other/t.json bs/bs.json'
