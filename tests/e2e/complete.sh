@@ -1,16 +1,17 @@
 #!/bin/bash
-# Asks the generated bash completion what it offers for a command line, as
-# bash would when Tab is pressed after the last word:
-#
-#   complete.sh vektool mon get-    prints the candidates, one a line
-#   complete.sh vektool mon ''      an empty last word: everything that fits
-#
-# The completion script is the build's ($VEK_BUILD_DIR/vektool.bash).
+# Asks the build's completion ($VEK_BUILD_DIR/vektool.bash) what Tab after the
+# last word offers. A case a line on standard input: the words after "vektool"
+# (shell-quoted), ":", each candidate in order after a space. Prints nothing
+# when every case came out as written, else a diff.
 set -u
 . "${VEK_BUILD_DIR:?}/vektool.bash"
-COMP_WORDS=("$@")
-COMP_CWORD=$(($# - 1))
-COMP_LINE="$*"
-COMP_POINT=${#COMP_LINE}
-_vektool
-[ ${#COMPREPLY[@]} -eq 0 ] || printf '%s\n' "${COMPREPLY[@]}"
+tmp=$(mktemp -d) && trap 'rm -rf "$tmp"' EXIT || exit 1
+tee "$tmp/want" | while IFS= read -r line; do
+  eval "COMP_WORDS=(vektool ${line%%:*})"
+  COMP_CWORD=$((${#COMP_WORDS[@]} - 1)) COMP_LINE="${COMP_WORDS[*]}" COMP_POINT=${#COMP_LINE}
+  _vektool
+  printf '%s:' "${line%%:*}"
+  [ ${#COMPREPLY[@]} -eq 0 ] || printf ' %s' "${COMPREPLY[@]}"
+  echo
+done >"$tmp/got"
+diff -u --label want --label got "$tmp/want" "$tmp/got"

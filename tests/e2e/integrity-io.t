@@ -1,143 +1,71 @@
-vektool as root under faults and hostile files: a program that does not stop
-printing, links planted under the world-writable /tmp, a result that cannot be
-written, and a socket path too long for a socket address.
+Faults and hostile files: a program that does not stop printing, links under
+the world-writable /tmp, an unwritable result, an overlong socket path.
 
   $ . "$TESTDIR/sim-env.sh"
   $ . "$TESTDIR/cases.sh"
-  $ peak_kb() { /usr/bin/python3 -c 'import resource, subprocess, sys; subprocess.run(sys.argv[1:]); print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)' "$@"; }
 
-The output of `date +%z` is read up to its first line, then the pipe is
-closed: 3 MiB of line ends after the offset cost no memory, and a date that
-never stops (as `yes` would) is stopped.
+`date +%z` is read to its first line: 3 MiB more cost no memory (peak under
+128 MiB), and an endless one is stopped. /tmp/bs/bs.json is read only as a
+regular file of one name in a real directory: a link (to a 0600 secret or a
+good file), a second name, a linked /tmp/bs, a FIFO or a directory is a
+missing file (-1, the empty topology).
 
-  $ vek-sim tz +0800 3
-  $ kb=$(peak_kb vektool iam set-rules -f /tmp/none) && [ "$kb" -lt 131072 ] && echo "under 128 MiB"
-  under 128 MiB
-  $ vek-sim journal && vek-sim journal --clear
-  write /proc/vek/pc_rule_import 0
-  run date +%z
-  write /proc/vek/pc_tzoffset +0800\n
-  $ vek-sim tz -0530 forever
-  $ timeout 20 vektool iam set-rules -f /tmp/none --json; echo "[exit $?]"
-  {"return":0}
-  [exit 0]
-  $ vek-sim journal && vek-sim journal --clear
-  write /proc/vek/pc_rule_import 0
-  run date +%z
-  write /proc/vek/pc_tzoffset -0530\n
-  $ vek-sim tz +0800
-
-The topology file under /tmp is read only when /tmp/bs and bs.json are what
-they seem: a regular file of one name in a real directory. Anything else
-answers as a missing file does while the daemon runs (code -1, the empty
-topology). The secret is a root file of mode 0600.
-
-  $ vek-sim proc start dt_srv
-  1187
-  $ printf '{"secret":1}\n' > "$R/secret" && chmod 600 "$R/secret"
-  $ while IFS= read -r scene; do
-  >   rm -rf "$R/tmp/bs" "$R/tmp/other" && mkdir -p "$R/tmp/bs" "$R/tmp/other"
-  >   (cd "$R/tmp" && eval "$scene") && echo "-- $scene" && vektool dt get --json
-  > done <<'EOF'
-  > echo '{"bands":[]}' > bs/bs.json
-  > ln -s "$R/secret" bs/bs.json
-  > echo '{"bands":[]}' > other/t.json && ln -s ../other/t.json bs/bs.json
-  > ln "$R/secret" bs/bs.json
-  > cp "$R/secret" other/bs.json && rmdir bs && ln -s other bs
-  > mkfifo bs/bs.json
-  > mkdir bs/bs.json
+  $ printf '{"secret":1}\n' > "$R/secret" && chmod 600 "$R/secret" && mkdir -p "$R/tmp/other"
+  $ echo '{"bands":[]}' > "$R/tmp/other/t.json" && cp "$R/secret" "$R/tmp/other/bs.json"
+  $ bs() { mkdir "$R/tmp/bs" && (cd "$R/tmp" && eval "$1"); }
+  $ vek-sim tz +0800 3 && /usr/bin/python3 -c 'import resource, subprocess, sys; subprocess.run(sys.argv[1:]); print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss < 131072)' vektool iam set-rules -f /tmp/none
+  True
+  $ table <<'EOF'
+  > vek-sim tz -0530 forever
+  > iam set-rules -f /tmp/none --json: {"return":0} [0] -> write /proc/vek/pc_rule_import 0 -> run date +%z -> write /proc/vek/pc_tzoffset -0530\n
+  > vek-sim tz +0800
+  > vek-sim proc start dt_srv >/dev/null
+  > vek-sim missing /tmp/bs && bs 'ln -s "$R/secret" bs/bs.json'
+  > dt get --json: {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"} [0]
+  > vek-sim missing /tmp/bs && bs 'ln -s ../other/t.json bs/bs.json'
+  > dt get --json: {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"} [0]
+  > vek-sim missing /tmp/bs && bs 'ln "$R/secret" bs/bs.json'
+  > dt get --json: {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"} [0]
+  > vek-sim missing /tmp/bs && bs 'rmdir bs && ln -s other bs'
+  > dt get --json: {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"} [0]
+  > vek-sim missing /tmp/bs && bs 'mkfifo bs/bs.json'
+  > dt get --json: {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"} [0]
+  > vek-sim missing /tmp/bs && bs 'mkdir bs/bs.json'
+  > dt get --json: {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"} [0]
+  > vek-sim proc stop dt_srv
   > EOF
-  -- echo '{"bands":[]}' > bs/bs.json
-  {"return":0,"result":"{"state":1,"topology":{"bands":[]}}"}
-  -- ln -s "$R/secret" bs/bs.json
-  {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"}
-  -- echo '{"bands":[]}' > other/t.json && ln -s ../other/t.json bs/bs.json
-  {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"}
-  -- ln "$R/secret" bs/bs.json
-  {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"}
-  -- cp "$R/secret" other/bs.json && rmdir bs && ln -s other bs
-  {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"}
-  -- mkfifo bs/bs.json
-  {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"}
-  -- mkdir bs/bs.json
-  {"return":-1,"result":"{"state":1,"topology":{"bands":[],"stas":[]}}"}
-  $ vek-sim proc stop dt_srv
 
-A result line that cannot be written (a full device, a closed standard
-output) is an error: exit status 1 and the reason on standard error. The
-command still did its work. A command that prints nothing succeeds, and help
-keeps ignoring write errors. A closed standard output (and input) reaches the
-programs the tool runs as /dev/null, read-only: vek start's control program,
-whose errors go to our standard output, still runs.
-
-  $ cases <<'EOF'
-  > xdn get --json >/dev/full
-  > xdn get >&-
-  > mon get-conn-count block >&-
-  > mon clear-conn-count --json >/dev/full
-  > mon clear-conn-count >/dev/full
-  > mon clear-conn-count >&-
-  > vek start >&- <&-
-  > nosuch get --json x >/dev/full
-  > mon --help >/dev/full
-  > mon -h >&-
-  > EOF
-  vektool xdn get --json >/dev/full
-  vektool: write error: No space left on device
-  [exit 1]
-  vektool xdn get >&-
-  vektool: write error: Bad file descriptor
-  [exit 1]
-  vektool mon get-conn-count block >&-
-  vektool: write error: Bad file descriptor
-  [exit 1]
-  vektool mon clear-conn-count --json >/dev/full
-  vektool: write error: No space left on device
-  [exit 1]
-    write /proc/vek/monitor clear
-  vektool mon clear-conn-count >/dev/full
-  [exit 0]
-    write /proc/vek/monitor clear
-  vektool mon clear-conn-count >&-
-  [exit 0]
-    write /proc/vek/monitor clear
-  vektool vek start >&- <&-
-  [exit 0]
-    run vekctl vek on --wan eth0 --lan br0
-  vektool nosuch get --json x >/dev/full
-  vektool: write error: No space left on device
-  [exit 1]
-  vektool mon --help >/dev/full
-  [exit 0]
-  vektool mon -h >&-
-  [exit 0]
-
-A load's byte count is its only sign of success: the image is in the engine,
-but a caller that cannot be told so is told of the failure.
+An unwritten result (full device, closed output) exits 1 with the reason,
+after the work is done: a load's byte count is its only sign of success.
+Silent commands and help ignore write errors; programs run get /dev/null
+for closed standard streams.
 
   $ head -c 1000 /dev/urandom > "$R/tmp/new.xdb"
-  $ vektool xdn load -f /tmp/new.xdb --json >/dev/full; echo "[exit $?]"
-  vektool: write error: No space left on device
-  [exit 1]
-  $ vektool xdn get
-  {"return":0,"info":{"writable":0,"size":1000,"epoch":1700000001}}
+  $ table <<'EOF'
+  > xdn get --json >/dev/full: vektool: write error: No space left on device [1]
+  > xdn get >&-: vektool: write error: Bad file descriptor [1]
+  > mon get-conn-count block >&-: vektool: write error: Bad file descriptor [1]
+  > mon clear-conn-count --json >/dev/full: vektool: write error: No space left on device [1] -> write /proc/vek/monitor clear
+  > mon clear-conn-count >/dev/full: [0] -> write /proc/vek/monitor clear
+  > mon clear-conn-count >&-: [0] -> write /proc/vek/monitor clear
+  > vek start >&- <&-: [0] -> run vekctl vek on --wan eth0 --lan br0
+  > nosuch get --json x >/dev/full: vektool: write error: No space left on device [1]
+  > mon --help >/dev/full: [0]
+  > mon -h >&-: [0]
+  > xdn load -f /tmp/new.xdb --json >/dev/full: vektool: write error: No space left on device [1] -> write /proc/kmod_xdn/grpxdb_clean 1\n -> write /proc/kmod_xdn/grpxdb_size \xe8\x03\x00\x00 -> write /proc/kmod_xdn/grpxdb_import <512 bytes> -> write /proc/kmod_xdn/grpxdb_import <488 bytes>
+  > xdn get: {"return":0,"info":{"writable":0,"size":1000,"epoch":1700000001}} [0]
+  > EOF
 
-A service socket path that does not fit a socket address whole is never cut
-to one that might name another socket: it is an unreachable service (code
-53). Here the path with the sysroot is 108 bytes, and both it and its first
-107 bytes name the service; at 107 bytes it fits and is asked.
+A socket path that does not fit a socket address (108 bytes) is not cut to
+one naming another socket (its first 107 bytes do here): code 53.
 
-  $ long_run() { printf '/var/run/%0*d' $(( $1 - ${#R} - 18 )) 0; }
   $ for size in 108 107; do
-  >   run=$(long_run $size) && mkdir -p "$R$run" && echo "-- $size: $(printf %s "$R$run/vek.sock" | wc -c)"
+  >   run=/var/run/$(printf '%0*d' $((size - ${#R} - 18)) 0) && mkdir -p "$R$run" && echo "$size: $(printf %s "$R$run/vek.sock" | wc -c)"
   >   sed "s|^run = .*|run = $run|" "$R/usr/vek/bin/vek.ini" > "$R/tmp/long.ini"
   >   ln -s "$R/var/run/vek/vek.sock" "$R$run/vek.sock" && ln -s "$R/var/run/vek/vek.sock" "$R$run/vek.soc"
-  >   vektool cloud get -i /tmp/long.ini
-  >   vektool diag get --json -i /tmp/long.ini
+  >   vektool diag get --json -i /tmp/long.ini | cut -c1-48
   > done
-  -- 108: 108
-  Failed to read socket.
+  108: 108
   {"return":53,"detail":"Failed to read socket."}
-  -- 107: 107
-  {"return":0,"result":{"enabled":1,"state":"connected","server":"cloud.example.com","since":1700000000}}
-  {"return":0,"result":{"uptime":86400,"cpu":7,"mem_free_kb":51234,"flows":128,"engine":"3.2.1"}}
+  107: 107
+  {"return":0,"result":{"uptime":86400,"cpu":7,"me
