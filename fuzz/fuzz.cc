@@ -134,10 +134,8 @@ void options(const std::string &in) {
     argparse_describe(&parser, group.frame->description, group.frame->epilog);
     kept = argparse_parse(&parser, static_cast<int>(words.size()), vector.data());
   });
-  if (exited >= 0) {
-    if (exited > 1) abort();
-    return;
-  }
+  if (exited > 1) abort();
+  if (exited >= 0) return;
   if (kept < 0 || kept >= static_cast<int>(words.size()) || vector[kept] || g_options.json < 0) abort();
   for (size_t i = 0, from = 1; i < static_cast<size_t>(kept); i++, from++) {
     while (from < words.size() && given[from] != vector[i]) from++;
