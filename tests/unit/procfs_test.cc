@@ -107,20 +107,8 @@ TEST_F(ProcfsTest, ReadersStopAtTheCeiling) {
   }
 }
 
-TEST_F(ProcfsTest, ReadFileIntoAndFindRecord) {
-  // File size (-1: none), result and text length for a 16-byte buffer; nothing past it touched.
-  const struct { int bytes, result, text_length; } into[] = {{40, 16, 15}, {15, 15, 15}, {0, 0, 0}, {-1, -1, 0}};
-  for (const auto &c : into) {
-    std::string content = pattern(c.bytes < 0 ? 0 : static_cast<size_t>(c.bytes));
-    if (c.bytes >= 0) put("/proc/vek/f", content);
-    char buffer[32];
-    memset(buffer, 'Z', sizeof buffer);
-    EXPECT_EQ(read_file_into(c.bytes < 0 ? "/proc/vek/none" : "/proc/vek/f", buffer, 16), c.result);
-    EXPECT_EQ(std::string(buffer), content.substr(0, static_cast<size_t>(c.text_length))) << c.bytes;
-    EXPECT_EQ(buffer[16], 'Z');
-  }
-  EXPECT_EQ(read_file_into("/proc/vek/f", nullptr, 16), -1);
-  // The first line that begins with the tag, its line end kept; "keep" when none does.
+// The first line that begins with the tag, its line end kept; "keep" when none does.
+TEST_F(ProcfsTest, FindRecord) {
   const std::string long_value = "j:devs:" + pattern(5000) + "\n";
   const struct { std::string content; const char *path, *tag; int result; std::string line; } find[] = {
       {"d:qnum:", "/proc/vek/q", "d:qnum:", 0, "d:qnum:"},
