@@ -5,7 +5,6 @@
 // mount, it is skipped, never passed.
 #include <fcntl.h>
 #include <sched.h>
-#include <signal.h>
 #include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -14,37 +13,25 @@
 
 #include <cerrno>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <string>
 
 namespace {
 
-std::string slurp(const std::string &path) {
-  std::ifstream in(path);
-  std::ostringstream out;
-  out << in.rdbuf();
-  return out.str();
-}
-
-bool mounted(const std::string &mount_point) {
-  return slurp("/proc/self/mountinfo").find(" " + mount_point + " ") != std::string::npos;
-}
-
-bool unmounted_soon(const std::string &mount_point) {
-  for (int i = 0; i < 2000 && mounted(mount_point); i++) usleep(5000);
-  return !mounted(mount_point);
-}
-
-// "<output> [status]": standard output and error go to a file, so a daemon
-// that keeps them cannot hold the run. `sim` is vek-sim on the sysroot $R.
+// "<output> [status]" of a shell command on the sysroot $R, where `sim` is
+// vek-sim, `mounted` tells whether $R/proc is, and `gone` waits until it is
+// not. Its output goes to a file, so a daemon that keeps it cannot hold the run.
 std::string sh(const std::string &root, const std::string &command) {
   static int calls = 0;
-  const std::string out = root + ".out" + std::to_string(++calls);
-  int status = system(("R='" + root + "'; sim() { '" VEK_SIM_BIN "' --root \"$R\" \"$@\"; }; { " + command + "; } >'" +
-                       out + "' 2>&1 </dev/null").c_str());
-  std::string text = slurp(out);
-  unlink(out.c_str());
-  return text + " [" + std::to_string(WIFEXITED(status) ? WEXITSTATUS(status) : -1) + "]";
+  const std::string file = root + ".out" + std::to_string(++calls);
+  const std::string prelude = "R='" + root + "'; sim() { '" VEK_SIM_BIN "' --root \"$R\" \"$@\"; }; "
+      "mounted() { grep -q \" $R/proc \" /proc/self/mountinfo; }; "
+      "gone() { for i in $(seq 400); do mounted || [ \"$(sim status)\" != stopped ] || return 0; sleep 0.025; done; return 1; }; ";
+  int status = system((prelude + "{ " + command + "; } >'" + file + "' 2>&1 </dev/null").c_str());
+  std::ifstream in(file);
+  std::string out{std::istreambuf_iterator<char>(in), {}};
+  unlink(file.c_str());
+  return out + " [" + std::to_string(WIFEXITED(status) ? WEXITSTATUS(status) : -1) + "]";
 }
 
 class SimTest : public ::testing::Test {
@@ -57,10 +44,8 @@ class SimTest : public ::testing::Test {
     if (started.find("[77]") != std::string::npos) GTEST_SKIP() << "FUSE cannot mount here: " << started;
     ASSERT_EQ(started, " [0]");
   }
-  void TearDown() override {
-    EXPECT_EQ(sh("sim stop"), " [0]");
-    if (mounted(root_ + "/proc")) ADD_FAILURE() << "a mount is left on " << root_;  // never remove a tree with one
-    else sh("rm -rf --one-file-system \"$R\"");
+  void TearDown() override {  // never remove a tree with a mount on it
+    EXPECT_EQ(sh("sim stop; mounted || rm -rf --one-file-system \"$R\""), " [0]") << "a mount is left on " << root_;
   }
   std::string sh(const std::string &command) { return ::sh(root_, command); }
   // One verb as the tool writes it: one write() on a file opened write-only. 0 or the errno.
@@ -90,26 +75,22 @@ TEST_F(SimTest, JournalHasOneEscapedLinePerWrite) {
   EXPECT_EQ(write(fd, "0", 1) + write(fd, "1", 1), 2);
   close(fd);
   EXPECT_EQ(sh("sim journal"),
-            "write /proc/vek/kctrl a\\tb\\\\c\\n\n"
-            "write /proc/vek/dbdev 7 00:00:00:00:00:01\n"
-            "write /proc/vek/monitor \\x10\\x00\\xff\\x0d\n"
-            "write /proc/vek/qos_enabled 0\n"
-            "write /proc/vek/qos_enabled 1\n [0]");
+            "write /proc/vek/kctrl a\\tb\\\\c\\n\nwrite /proc/vek/dbdev 7 00:00:00:00:00:01\n"
+            "write /proc/vek/monitor \\x10\\x00\\xff\\x0d\nwrite /proc/vek/qos_enabled 0\nwrite /proc/vek/qos_enabled 1\n [0]");
 }
 
 // The module takes a size only after a clean, only as 4 bytes, and an image
 // only within it; the image stream is journalled as byte counts.
 TEST_F(SimTest, ImportHandshakeRefusesOutOfOrder) {
-  const std::string db = "/proc/kmod_xdn/grpxdb";
-  const int32_t three = 3, five = 5;
-  EXPECT_EQ(write_verb(db + "_size", std::string(reinterpret_cast<const char *>(&three), 4)), EBUSY);
+  const std::string db = "/proc/kmod_xdn/grpxdb", w = "write " + db;
+  const int32_t sizes[] = {3, 5};
+  EXPECT_EQ(write_verb(db + "_size", std::string(reinterpret_cast<const char *>(&sizes[0]), 4)), EBUSY);
   EXPECT_EQ(sh("echo 1 > \"$R" + db + "_clean\"; sim cat " + db + "_info"), "writable: 1\nsize: 0\nepoch: 0\n [0]");
   EXPECT_EQ(write_verb(db + "_import", "abc"), EINVAL);
   EXPECT_EQ(write_verb(db + "_size", "12"), EINVAL);
-  EXPECT_EQ(write_verb(db + "_size", std::string(reinterpret_cast<const char *>(&five), 4)), 0);
+  EXPECT_EQ(write_verb(db + "_size", std::string(reinterpret_cast<const char *>(&sizes[1]), 4)), 0);
   EXPECT_EQ(write_verb(db + "_import", "abcdef"), EINVAL);
   EXPECT_EQ(write_verb(db + "_import", "abcde"), 0);
-  const std::string w = "write " + db;
   EXPECT_EQ(sh("sim cat " + db + "_info; sim journal"),
             "writable: 0\nsize: 5\nepoch: 1700000001\n" + w + "_size \\x03\\x00\\x00\\x00\n" + w + "_clean 1\\n\n" + w +
                 "_import <3 bytes>\n" + w + "_size 12\n" + w + "_size \\x05\\x00\\x00\\x00\n" + w + "_import <6 bytes>\n" +
@@ -118,21 +99,10 @@ TEST_F(SimTest, ImportHandshakeRefusesOutOfOrder) {
 
 // The mount ends with its owner and with a killed daemon; start clears a mount a daemon left.
 TEST_F(SimTest, NoMountOutlivesItsSimulator) {
-  const std::string mp = root_ + "/proc";
-  ASSERT_EQ(sh("sim stop"), " [0]");
-  pid_t owner = fork();
-  if (owner == 0) pause(), _exit(0);
-  ASSERT_EQ(sh("sim start --owner " + std::to_string(owner)), " [0]");
-  EXPECT_TRUE(mounted(mp));
-  kill(owner, SIGKILL);
-  waitpid(owner, nullptr, 0);
-  EXPECT_TRUE(unmounted_soon(mp));
-  for (int i = 0; i < 2000 && sh("sim status") != "stopped\n [1]"; i++) usleep(5000);  // it exits after unmounting
-  ASSERT_EQ(sh("sim start; kill -KILL $(cat \"$R/.sim/daemon.pid\")"), " [0]");
-  EXPECT_TRUE(unmounted_soon(mp));  // auto_unmount
-  EXPECT_EQ(sh("sim stop"), " [0]");
-  ASSERT_EQ(mount("tmpfs", mp.c_str(), "tmpfs", 0, nullptr), 0) << strerror(errno);
-  EXPECT_EQ(sh("sim start && sim cat /proc/vek/qos_enabled"), "1\n [0]");
+  EXPECT_EQ(sh("sim stop; sleep 60 & sim start --owner $!; mounted && echo mounted; kill -KILL $!; gone && echo owner gone"),
+            "mounted\nowner gone\n [0]");
+  EXPECT_EQ(sh("sim start; kill -KILL $(cat \"$R/.sim/daemon.pid\"); gone && echo daemon gone"), "daemon gone\n [0]");
+  EXPECT_EQ(sh("sim stop; mount -t tmpfs tmpfs \"$R/proc\"; sim start && sim cat /proc/vek/qos_enabled"), "1\n [0]");
 }
 
 // Where /dev/fuse is no FUSE device, start exits 77 with its reason.
