@@ -1,6 +1,6 @@
 // What the transcripts rely on in vek-sim but cannot see: every write() is
-// its own journal line, refused verbs change nothing, imports are refused out
-// of order, no mount outlives its simulator, and start exits 77 without FUSE.
+// its own journal line, refused verbs change nothing, no mount outlives its
+// simulator, and start exits 77 without FUSE.
 // Each test starts its own simulator in a fresh sysroot; where FUSE cannot
 // mount, it is skipped, never passed.
 #include <fcntl.h>
@@ -77,24 +77,6 @@ TEST_F(SimTest, JournalHasOneEscapedLinePerWrite) {
   EXPECT_EQ(sh("sim journal"),
             "write /proc/vek/kctrl a\\tb\\\\c\\n\nwrite /proc/vek/dbdev 7 00:00:00:00:00:01\n"
             "write /proc/vek/monitor \\x10\\x00\\xff\\x0d\nwrite /proc/vek/qos_enabled 0\nwrite /proc/vek/qos_enabled 1\n [0]");
-}
-
-// The module takes a size only after a clean, only as 4 bytes, and an image
-// only within it; the image stream is journalled as byte counts.
-TEST_F(SimTest, ImportHandshakeRefusesOutOfOrder) {
-  const std::string db = "/proc/kmod_xdn/grpxdb", w = "write " + db;
-  const int32_t sizes[] = {3, 5};
-  EXPECT_EQ(write_verb(db + "_size", std::string(reinterpret_cast<const char *>(&sizes[0]), 4)), EBUSY);
-  EXPECT_EQ(sh("echo 1 > \"$R" + db + "_clean\"; sim cat " + db + "_info"), "writable: 1\nsize: 0\nepoch: 0\n [0]");
-  EXPECT_EQ(write_verb(db + "_import", "abc"), EINVAL);
-  EXPECT_EQ(write_verb(db + "_size", "12"), EINVAL);
-  EXPECT_EQ(write_verb(db + "_size", std::string(reinterpret_cast<const char *>(&sizes[1]), 4)), 0);
-  EXPECT_EQ(write_verb(db + "_import", "abcdef"), EINVAL);
-  EXPECT_EQ(write_verb(db + "_import", "abcde"), 0);
-  EXPECT_EQ(sh("sim cat " + db + "_info; sim journal"),
-            "writable: 0\nsize: 5\nepoch: 1700000001\n" + w + "_size \\x03\\x00\\x00\\x00\n" + w + "_clean 1\\n\n" + w +
-                "_import <3 bytes>\n" + w + "_size 12\n" + w + "_size \\x05\\x00\\x00\\x00\n" + w + "_import <6 bytes>\n" +
-                w + "_import <5 bytes>\n [0]");
 }
 
 // The mount ends with its owner and with a killed daemon; start clears a mount a daemon left.

@@ -1,6 +1,7 @@
-// Option parser as every group sets it up (unknown options ignored, one usage
-// text): the words kept, the values stored, the exact errors, statuses and
-// help. Each parse runs in a child, so one that ends the process fails one case.
+// Option parser as every group sets it up (unknown options ignored): the words
+// kept, the values stored, the exact errors and statuses (the help of every
+// group: the transcripts). Each parse runs in a child, so one that ends the
+// process fails one case.
 #include "argparse.h"
 
 #include <gtest/gtest.h>
@@ -18,26 +19,11 @@ const char *g_file, *g_mac;
 
 const argparse_option kOptions[] = {
     OPT_HELP(),
-    OPT_BOOLEAN(0, "json", &g_json, ""),
-    OPT_BOOLEAN('v', "verbose", &g_verbose, "Print more."),
-    OPT_INTEGER('d', "duration", &g_duration, "The duration in minutes."),
-    OPT_STRING('f', "file", &g_file, "Input file."),
-    OPT_INTEGER(0, "sensitivity", &g_sensitivity, "The sensitivity of profile setting."),
-    OPT_STRING('m', nullptr, &g_mac, ""),
+    OPT_BOOLEAN(0, "json", &g_json, ""),      OPT_BOOLEAN('v', "verbose", &g_verbose, ""),
+    OPT_INTEGER('d', "duration", &g_duration, ""), OPT_STRING('f', "file", &g_file, ""),
+    OPT_INTEGER(0, "sensitivity", &g_sensitivity, ""), OPT_STRING('m', nullptr, &g_mac, ""),
     OPT_END(),
 };
-
-// Entries rounded up to a multiple of 4 (the widest, 20) plus 4: help from column 26.
-const std::string kHelp =
-    "Usage: vektool tst [options] <command> [args]\n   or: vektool tst get\n\nBrief:\n\n"
-    "    -h, --help            show this help message and exit\n"
-    "    --json                \n"
-    "    -v, --verbose         Print more.\n"
-    "    -d, --duration=<int>  The duration in minutes.\n"
-    "    -f, --file=<str>      Input file.\n"
-    "    --sensitivity=<int>   The sensitivity of profile setting.\n"
-    "    -m=<str>              \n"
-    "\n<mode>: mode name.\n";
 
 // Parses "grp WORDS" in a child; its output is "kept words|values not zero".
 std::string parse(const std::string &line, int *status) {
@@ -54,8 +40,6 @@ std::string parse(const std::string &line, int *status) {
     vector.push_back(nullptr);
     argparse parser;
     argparse_init(&parser, kOptions, nullptr, ARGPARSE_IGNORE_UNKNOWN_ARGS);
-    argparse_usage_text(&parser, "vektool tst [options] <command> [args]\0vektool tst get\0");
-    argparse_describe(&parser, "\nBrief:", "\n<mode>: mode name.");
     int left = argparse_parse(&parser, static_cast<int>(words.size()), vector.data());
     for (int i = 0; i < left; i++) printf(i ? " %s" : "%s", vector[i]);
     printf("%s|", vector[left] ? " (no null)" : "");
@@ -98,7 +82,6 @@ TEST(Argparse, ParsesKeepsAndReports) {
       {"--json=1 --duration get", "get| json=1 duration=1", kR},
       {"--verbose=7 x --file", "x| verbose=1 file=7", kR},
       {"--json=on --duration 5", "error: option `--duration` expects an integer value\n", 1},
-      {"get --json --help x", kHelp, 0},
       // Errors name the form given.
       {"get --duration", "error: option `--duration` requires a value\n", 1},
       {"get -d", "error: option `-d` requires a value\n", 1},

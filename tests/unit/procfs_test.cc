@@ -67,60 +67,41 @@ TEST_F(ProcfsTest, OneWritePerVerbAndDataIn128BytePieces) {
   }
 }
 
-// A missing file or one past the ceiling leaves the outputs alone; an empty one gives no text.
+// Whole files up to a ceiling, and the first line that begins with a tag, its
+// line end kept. A missing file or one past the ceiling leaves the outputs
+// alone ("old", -5, "keep"); an empty one gives no text.
 TEST_F(ProcfsTest, ReadersStopAtTheCeiling) {
-  const std::string record = "u:block_conns:42\n";
-  const std::string at_ceiling = std::string(CONTROL_FILE_MAX - record.size() - 1, 'x') + "\n" + record;
-  const struct {
-    std::string kind;
-    int read_result, read_length, find_result;  // read_proc_file; find_record of "u:block_conns:"
-    const char *line;                           // the record found, or "keep"
-  } cases[] = {
-      {"absent", -1, 0, 1, "keep"}, {"empty", 0, 0, 0, "keep"}, {"/dev/zero", -1, 0, 1, "keep"},
-      {"at ceiling", 0, CONTROL_FILE_MAX, 0, "u:block_conns:42\n"},
-      {"past ceiling", -1, 0, 1, "keep"}};  // the record lies one byte past it
-  const std::string path = "/proc/vek/monitor";
+  const std::string record = "d:qnum:42\n", at_ceiling = std::string(CONTROL_FILE_MAX - 11, 'x') + "\n" + record;
+  const std::string long_value = "d:qnum:" + pattern(5000) + "\n", absent = "absent", zero = "/dev/zero";
+  const struct { const std::string &content; const char *read; std::string line; } cases[] = {
+      {absent, "-1 -5 old", "1 keep"}, {"", "0 0 null", "0 keep"}, {zero, "-1 -5 old", "1 keep"},
+      {at_ceiling, "0 4194304 xxx", "0 " + record}, {"x" + at_ceiling, "-1 -5 old", "1 keep"},
+      {"d:qnum:", "0 7 d:q", "0 d:qnum:"}, {"d:q\n\nd:qnum\nd:qnum:8\nd:qnum:9\n", "0 30 d:q", "0 d:qnum:8\n"},
+      {std::string(10000, 'x') + "\n" + long_value, "0 15009 xxx", "0 " + long_value},
+      {" d:qnum:1\nx d:qnum:2\n", "0 21  d:", "0 keep"}};
+  const std::string path = "/proc/vek/qos_ctrl";
   for (const auto &c : cases) {
-    SCOPED_TRACE(c.kind);
     std::filesystem::remove(root_ + path);
-    if (c.kind == "empty") put(path, "");
-    if (c.kind == "/dev/zero") { ASSERT_EQ(symlink("/dev/zero", (root_ + path).c_str()), 0); }
-    if (c.kind.find("ceiling") != std::string::npos) put(path, c.kind == "at ceiling" ? at_ceiling : "x" + at_ceiling);
-    OwnedText data = str_dup("old");
-    int length = -5;
-    EXPECT_EQ(read_proc_file(path.c_str(), &data, &length), c.read_result);
-    EXPECT_EQ(length, c.read_result == 0 ? c.read_length : -5);
-    EXPECT_EQ(data ? std::string(data.get(), 3) : "", c.read_result == 0 ? (c.read_length ? "xxx" : "") : "old");
-    OwnedText line = str_dup("keep");
-    EXPECT_EQ(find_record(path.c_str(), "u:block_conns:", &line), c.find_result);
-    EXPECT_STREQ(line.get(), c.line);
+    if (&c.content == &zero) { ASSERT_EQ(symlink("/dev/zero", (root_ + path).c_str()), 0); }
+    else if (&c.content != &absent) put(path, c.content);
+    OwnedText data = str_dup("old"), line = str_dup("keep");
+    int length = -5, result = read_proc_file(path.c_str(), &data, &length);
+    EXPECT_EQ(std::to_string(result) + " " + std::to_string(length) + " " + (data ? std::string(data.get(), 3) : "null"), c.read)
+        << c.content.substr(0, 20);
+    result = find_record(path.c_str(), "d:qnum:", &line);
+    EXPECT_EQ(std::to_string(result) + " " + line.get(), c.line) << c.content.substr(0, 20);
   }
   // The daemon's files in /tmp (links and the like: integrity-io.t), within the same ceiling.
   put("/tmp/small", "fits");
   put("/tmp/big", std::string(CONTROL_FILE_MAX + 1, 'x'));
-  for (auto [file, result] : {std::pair<const char *, int>{"/tmp/small", 4}, {"/tmp/big", -5}, {"/tmp/", -5},
-                              {"tmp/small", -5}, {"/small", -5}, {nullptr, -5}}) {
+  for (auto [file, result] : {std::pair<const char *, int>{"/tmp/small", 4}, {"/tmp/big", -5}, {"/small", -5}, {nullptr, -5}}) {
     OwnedText data;
     int length = -5;
     EXPECT_EQ(read_daemon_file(file, &data, &length), result == 4 ? 0 : -1) << (file ? file : "null");
     EXPECT_EQ(length, result) << (file ? file : "null");
   }
-}
-
-// The first line that begins with the tag, its line end kept; "keep" when none does.
-TEST_F(ProcfsTest, FindRecord) {
-  const std::string long_value = "j:devs:" + pattern(5000) + "\n";
-  const struct { std::string content; const char *path, *tag; int result; std::string line; } find[] = {
-      {"d:qnum:", "/proc/vek/q", "d:qnum:", 0, "d:qnum:"},
-      {"d:q\n\nd:qnum\nd:qnum:8\nd:qnum:9\n", "/proc/vek/q", "d:qnum:", 0, "d:qnum:8\n"},
-      {std::string(10000, 'x') + "\n" + long_value, "/proc/vek/q", "j:devs:", 0, long_value},
-      {" d:qnum:1\nx d:qnum:2\n", "/proc/vek/q", "d:qnum:", 0, "keep"}, {"", nullptr, "d:qnum:", 1, "keep"}};
-  for (const auto &c : find) {
-    put("/proc/vek/q", c.content);
-    OwnedText line = str_dup("keep");
-    EXPECT_EQ(find_record(c.path, c.tag, &line), c.result);
-    EXPECT_EQ(std::string(line.get()), c.line) << c.content.substr(0, 40);
-  }
+  OwnedText line = str_dup("keep");
+  EXPECT_EQ(find_record(nullptr, "d:qnum:", &line), 1);
 }
 
 TEST_F(ProcfsTest, CopyFileTakesOnlyARegularFileIntoAnExistingOne) {

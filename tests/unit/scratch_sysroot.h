@@ -6,7 +6,7 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <string>
 
 class ScratchSysroot : public ::testing::Test {
@@ -24,9 +24,7 @@ class ScratchSysroot : public ::testing::Test {
   }
   std::string get(const std::string &path) const {
     std::ifstream in(root_ + path);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return in ? out.str() : "<missing>";
+    return in ? std::string(std::istreambuf_iterator<char>(in), {}) : "<missing>";
   }
   std::string root_;
 };

@@ -28,8 +28,7 @@ TEST(Text, CopiesCutToTheSize) {
 // What scan32 stored, as "count: values"; -1 when the text ends before the first conversion.
 TEST(Numbers, Scan32AndArgInt) {
   const struct { const char *text, *format, *result; } scans[] = {
-      {"d:qnum: -3\n", "d:qnum:%d", "1: -3 0"}, {"d:qnum:-5000000000", "d:qnum:%d", "1: -2147483648 0"},
-      {"d:qnum:99999999999999999999999999", "d:qnum:%d", "1: 2147483647 0"},
+      {"d:qnum: -3\n", "d:qnum:%d", "1: -3 0"}, {"d:qnum:99999999999999999999999999", "d:qnum:%d", "1: 2147483647 0"},
       {"d:qnum:", "d:qnum:%d", "-1: 0 0"}, {"d:qnum:+", "d:qnum:%d", "0: 0 0"}, {"d:qnu", "d:qnum:%d", "0: 0 0"},
       {"j:qoe:[1, 7]", "j:qoe:[%d,%d]", "2: 1 7"}, {"j:qoe:[1 ,7]", "j:qoe:[%d,%d]", "1: 1 0"},
       {"j:qoe:[1]", "j:qoe:[%d,%d]", "1: 1 0"}};
