@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int kR = 99;  // the parse came back instead of ending the process
-int g_json, g_verbose, g_duration, g_sensitivity;  // zero in every child: the parent never parses
+int g_json, g_verbose, g_duration, g_sensitivity, g_bits;  // zero in every child: the parent never parses
 const char *g_file, *g_mac;
 
 const argparse_option kOptions[] = {
@@ -22,6 +22,7 @@ const argparse_option kOptions[] = {
     OPT_BOOLEAN(0, "json", &g_json, ""),      OPT_BOOLEAN('v', "verbose", &g_verbose, ""),
     OPT_INTEGER('d', "duration", &g_duration, ""), OPT_STRING('f', "file", &g_file, ""),
     OPT_INTEGER(0, "sensitivity", &g_sensitivity, ""), OPT_STRING('m', nullptr, &g_mac, ""),
+    OPT_BIT('r', "read", &g_bits, "", 4),  // no group has one yet
     OPT_END(),
 };
 
@@ -44,7 +45,7 @@ std::string parse(const std::string &line, int *status) {
     for (int i = 0; i < left; i++) printf(i ? " %s" : "%s", vector[i]);
     printf("%s|", vector[left] ? " (no null)" : "");
     for (auto [name, value] : {std::pair<const char *, int>{"json", g_json}, {"verbose", g_verbose},
-                               {"duration", g_duration}, {"sensitivity", g_sensitivity}})
+                               {"duration", g_duration}, {"sensitivity", g_sensitivity}, {"bits", g_bits}})
       if (value) printf(" %s=%d", name, value);
     if (g_file) printf(" file=%s", g_file);
     if (g_mac) printf(" mac=%s", g_mac);
@@ -68,6 +69,7 @@ TEST(Argparse, ParsesKeepsAndReports) {
       {"- get", "- get|", kR},
       // Counters count; negation lowers them by one but never below 0.
       {"--json --json --no-json --no-verbose --no-verbose -vvv", "| json=1 verbose=3", kR},
+      {"-r --no-read -rr", "| bits=4", kR},
       // Unknown words are dropped (help cannot be negated); a value word after one stays positional.
       {"-i vek.ini get --foo bar --no-help", "vek.ini get bar|", kR},
       {"--jsonx --no-file get", "get|", kR},
