@@ -74,7 +74,7 @@ TEST(Argparse, ParsesKeepsAndReports) {
       {"-i vek.ini get --foo bar --no-help", "vek.ini get bar|", kR},
       {"--jsonx --no-file get", "get|", kR},
       // Numbers in any base, held to the 32-bit gateway's long; a string is the next word whatever it is.
-      {"--sensitivity=0x10 -d 010", "| duration=8 sensitivity=16", kR},
+      {"--sensitivity=0X1F -d 010", "| duration=8 sensitivity=31", kR},
       {"--duration=5 --duration=", "|", kR},
       {"-d -5 get --file --json", "get| duration=-5 file=--json", kR},
       {"-d12 --duration=2147483647", "| duration=2147483647", kR},
