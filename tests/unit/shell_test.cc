@@ -1,5 +1,5 @@
-// Processes found by name, and the words put on the shell's command line
-// (the programs run: integrity-io.t, vek.t, dt.t).
+// Processes found by name, the words put on the shell's command line and the
+// programs' PATH (the programs run: integrity-io.t, vek.t, dt.t).
 #include "sys/shell.h"
 
 #include <sys/stat.h>
@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "scratch_sysroot.h"
+#include "sys/environ.h"
 
 namespace {
 
@@ -47,6 +48,15 @@ TEST_F(ShellTest, ShellWordSurvivesTheShell) {
     EXPECT_STREQ(shell_word(out, c.size, c.word), c.out);
     EXPECT_EQ(out[c.size], 'Z');
   }
+}
+
+// The engine's directory goes in front of the programs' PATH, or is all of it.
+TEST(Environ, PathGetsTheDirectoryInFront) {
+  const std::string saved = getenv("PATH") ? getenv("PATH") : "/usr/bin:/bin";  // other tests run programs
+  unsetenv("PATH");
+  prepend_path_env("/usr/sbin"), prepend_path_env("%s/usr/sbin", "/sim"), prepend_path_env(nullptr);
+  EXPECT_STREQ(getenv("PATH"), "/sim/usr/sbin:/usr/sbin");
+  setenv("PATH", saved.c_str(), 1);
 }
 
 }  // namespace
