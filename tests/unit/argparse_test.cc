@@ -27,7 +27,7 @@ const argparse_option kOptions[] = {
 };
 
 // Parses "grp WORDS" in a child; its output is "kept words|values not zero".
-std::string parse(const std::string &line, int *status) {
+std::string parse(const std::string &line, int flags, int *status) {
   FILE *out = tmpfile();
   fflush(nullptr);
   pid_t pid = fork();
@@ -40,7 +40,7 @@ std::string parse(const std::string &line, int *status) {
     for (std::string &word : words) vector.push_back(&word[0]);
     vector.push_back(nullptr);
     argparse parser;
-    argparse_init(&parser, kOptions, nullptr, ARGPARSE_IGNORE_UNKNOWN_ARGS);
+    argparse_init(&parser, kOptions, nullptr, flags);
     int left = argparse_parse(&parser, static_cast<int>(words.size()), vector.data());
     for (int i = 0; i < left; i++) printf(i ? " %s" : "%s", vector[i]);
     printf("%s|", vector[left] ? " (no null)" : "");
@@ -62,7 +62,7 @@ std::string parse(const std::string &line, int *status) {
 }
 
 TEST(Argparse, ParsesKeepsAndReports) {
-  const struct { const char *words; std::string out; int status; } cases[] = {
+  const struct { const char *words; std::string out; int status, flags = ARGPARSE_IGNORE_UNKNOWN_ARGS; } cases[] = {
       {"", "|", kR},
       {"get a --json b -v --duration 5", "get a b| json=1 verbose=1 duration=5", kR},
       {"a -v b -- c --json -d", "a b c --json -d| verbose=1", kR},
@@ -90,10 +90,13 @@ TEST(Argparse, ParsesKeepsAndReports) {
       {"--duration=12x", "error: option `--duration` expects an integer value\n", 1},
       {"--duration=-2147483649", "error: option `--duration` numerical result out of range\n", 1},
       {"-d 0x100000000", "error: option `-d` numerical result out of range\n", 1},
+      // Refused when the caller does not ignore them (the help follows: help.t).
+      {"-vq", "error: unknown option `-vq`\n", 1, 0}, {"--no-help", "error: unknown option `--no-help`\n", 1, 0},
   };
   for (const auto &c : cases) {
     int status = 0;
-    EXPECT_EQ(parse(c.words, &status), c.out) << c.words;
+    std::string out = parse(c.words, c.flags, &status);
+    EXPECT_EQ(c.flags ? out : out.substr(0, out.find('\n') + 1), c.out) << c.words;
     EXPECT_EQ(status, c.status) << c.words;
   }
 }
