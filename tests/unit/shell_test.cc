@@ -30,7 +30,7 @@ TEST_F(ShellTest, FindPidByName) {
 }
 
 // Words quoted for the shell (injection.t runs them through it); a cut stays one balanced word.
-TEST_F(ShellTest, ShellWordSurvivesTheShell) {
+TEST_F(ShellTest, ShellWordQuotesAndCutsWhole) {
   std::vector<std::pair<std::string, std::string>> cases = {
       {"Az09_@%+=:,./-", "Az09_@%+=:,./-"}, {"", "''"}, {"it's", "'it'\\''s'"}, {"$(id)", "'$(id)'"}};
   for (char c : std::string(" \t\n!\"#$&()*;<>?[\\]^`{|}~")) cases.push_back({std::string(1, c), "'" + std::string(1, c) + "'"});
