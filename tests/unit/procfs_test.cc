@@ -1,15 +1,15 @@
+// Control files: one write per verb, data in pieces, readers held to a ceiling.
+// A FIFO or a device in a control file's place: hostile-input.t.
 #include "sys/procfs.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <gtest/gtest.h>
-
 #include <cstring>
+#include <vector>
 
-// The helpers' write calls, seen at the system-call boundary: this write takes the place of the
+// The helpers' writes, seen at the system-call boundary: this write takes the place of the
 // C library's. While recording, it notes each size asked for and writes at most the cap (if >= 0).
 static bool g_recording = false;
 static long g_write_cap = -1;
@@ -28,9 +28,8 @@ extern "C" ssize_t write(int fd, const void *bytes, size_t count) {
 
 namespace {
 
-// The test's own files are written before recording starts.
-struct Recording {
-  explicit Recording(long cap = -1) { g_write_sizes.clear(); g_write_cap = cap; g_recording = true; }
+struct Recording {  // the test's own files are written before recording starts
+  explicit Recording(long cap = -1) { g_write_sizes.clear(), g_write_cap = cap, g_recording = true; }
   ~Recording() { g_recording = false; }
 };
 
@@ -45,19 +44,16 @@ class ProcfsTest : public ScratchSysroot {};
 // A verb is one write, neither truncating nor creating the file; data goes in pieces of 128 bytes.
 TEST_F(ProcfsTest, OneWritePerVerbAndDataIn128BytePieces) {
   put("/proc/vek/conn_ctx", "0123456789abcdef\n");
-  EXPECT_EQ(write_proc_line("/proc/vek/absent", "clear"), -1);
-  EXPECT_EQ(write_proc_data("/proc/vek/absent", "x", 1), -1);
+  EXPECT_EQ(write_proc_line("/proc/vek/absent", "clear") + write_proc_data("/proc/vek/absent", "x", 1), -2);
   EXPECT_EQ(get("/proc/vek/absent"), "<missing>");
   {
     Recording rec;
     EXPECT_EQ(write_proc_line("/proc/vek/conn_ctx", nullptr), 0);
     EXPECT_EQ(write_proc_line("/proc/vek/conn_ctx", "501 %d %d %d", 1, 3, 100), 11);
-    EXPECT_EQ(write_proc_line("/proc/vek/conn_ctx", "%s", pattern(700).c_str()), 511);
-    EXPECT_EQ(g_write_sizes, (std::vector<size_t>{11, 511}));
+    EXPECT_EQ(g_write_sizes, (std::vector<size_t>{11}));
   }
-  EXPECT_EQ(get("/proc/vek/conn_ctx"), pattern(511));
-  // Bytes, the most a write takes (-1: all), the sizes asked for, the result.
-  const struct { int length; long cap; std::vector<size_t> sizes; int result; } cases[] = {
+  EXPECT_EQ(get("/proc/vek/conn_ctx"), "501 1 3 100bcdef\n");
+  const struct { int length; long cap; std::vector<size_t> sizes; int result; } cases[] = {  // cap -1: none
       {300, -1, {128, 128, 44}, 300}, {0, -1, {}, 0},
       {300, 100, {128, 128, 100}, 300},  // a short write: the next piece starts where it ended
       {300, 0, {128}, 0}};               // a write that takes nothing ends the loop
@@ -71,103 +67,41 @@ TEST_F(ProcfsTest, OneWritePerVerbAndDataIn128BytePieces) {
   }
 }
 
-// A missing file leaves the outputs alone; an empty one gives no text.
-TEST_F(ProcfsTest, ReadsNothingFromMissingOrEmptyFiles) {
-  put("/proc/vek/empty", "");
-  OwnedText data = str_dup("old");
-  int length = -5;
-  EXPECT_EQ(read_proc_file("/proc/vek/absent", &data, &length), -1);
-  EXPECT_EQ(std::string(data.get()) + std::to_string(length), "old-5");
-  EXPECT_EQ(read_proc_file("/proc/vek/empty", &data, &length), 0);
-  EXPECT_EQ(data, nullptr);
-  EXPECT_EQ(length, 0);
-}
-
-// In a control file's place: a FIFO without or with a holder, a device that
-// never ends, a file at or past the ceiling. Nothing blocks or grows past it.
-TEST_F(ProcfsTest, NoFileBlocksOrGrowsPastTheCeiling) {
-  const std::string record = "u:block_conns:42\n";
-  const std::string at_ceiling = std::string(CONTROL_FILE_MAX - record.size() - 1, 'x') + "\n" + record;
-  const struct {
-    std::string kind;
-    int read_result, read_length, find_result;  // read_proc_file; find_record of "u:block_conns:"
-    const char *line;                           // the record found, or "keep"
-    int into_result, write_result;              // read_file_into 16 bytes; write_proc_line "clear"
-  } cases[] = {
-      {"fifo", 0, 0, 0, "keep", 0, -1},            // no reader: cannot be opened for writing
-      {"held fifo", 0, 0, 0, "keep", -1, 5},       // nothing to read yet
-      {"/dev/zero", -1, 0, 1, "keep", 16, 5},
-      {"at ceiling", 0, CONTROL_FILE_MAX, 0, "u:block_conns:42\n", 16, 5},
-      {"past ceiling", -1, 0, 1, "keep", 16, 5}};  // the record lies one byte past it
-  const std::string path = "/proc/vek/monitor", real = root_ + path;
+// Whole files up to a ceiling, and the first line that begins with a tag, its
+// line end kept. A missing file or one past the ceiling leaves the outputs
+// alone ("old", -5, "keep"); an empty one gives no text.
+TEST_F(ProcfsTest, ReadersStopAtTheCeiling) {
+  const std::string record = "d:qnum:42\n", at_ceiling = std::string(CONTROL_FILE_MAX - 11, 'x') + "\n" + record;
+  const std::string long_value = "d:qnum:" + pattern(5000) + "\n", absent = "absent", zero = "/dev/zero";
+  const struct { const std::string &content; const char *read; std::string line; } cases[] = {
+      {absent, "-1 -5 old", "1 keep"}, {"", "0 0 null", "0 keep"}, {zero, "-1 -5 old", "1 keep"},
+      {at_ceiling, "0 4194304 xxx", "0 " + record}, {"x" + at_ceiling, "-1 -5 old", "1 keep"},
+      {"d:qnum:", "0 7 d:q", "0 d:qnum:"}, {"d:q\n\nd:qnum\nd:qnum:8\nd:qnum:9\n", "0 30 d:q", "0 d:qnum:8\n"},
+      {std::string(10000, 'x') + "\n" + long_value, "0 15009 xxx", "0 " + long_value},
+      {" d:qnum:1\nx d:qnum:2\n", "0 21  d:", "0 keep"}};
+  const std::string path = "/proc/vek/qos_ctrl";
   for (const auto &c : cases) {
-    SCOPED_TRACE(c.kind);
-    put("/proc/vek/other", "");
-    remove(real.c_str());
-    int holder = -1;
-    if (c.kind.find("fifo") != std::string::npos) { ASSERT_EQ(mkfifo(real.c_str(), 0600), 0); }
-    if (c.kind == "held fifo") holder = open(real.c_str(), O_RDWR | O_NONBLOCK);
-    if (c.kind == "/dev/zero") { ASSERT_EQ(symlink("/dev/zero", real.c_str()), 0); }
-    if (c.kind.find("ceiling") != std::string::npos) put(path, c.kind == "at ceiling" ? at_ceiling : "x" + at_ceiling);
-    OwnedText data;
-    int length = -5;
-    EXPECT_EQ(read_proc_file(path.c_str(), &data, &length), c.read_result);
-    EXPECT_EQ(length, c.read_result == 0 ? c.read_length : -5);
-    OwnedText line = str_dup("keep");
-    EXPECT_EQ(find_record(path.c_str(), "u:block_conns:", &line), c.find_result);
-    EXPECT_STREQ(line.get(), c.line);
-    char buffer[16];
-    EXPECT_EQ(read_file_into(path.c_str(), buffer, sizeof buffer), c.into_result);
-    EXPECT_EQ(write_proc_line(path.c_str(), "clear"), c.write_result);
-    if (holder >= 0) close(holder);
+    std::filesystem::remove(root_ + path);
+    if (&c.content == &zero) { ASSERT_EQ(symlink("/dev/zero", (root_ + path).c_str()), 0); }
+    else if (&c.content != &absent) put(path, c.content);
+    OwnedText data = str_dup("old"), line = str_dup("keep");
+    int length = -5, result = read_proc_file(path.c_str(), &data, &length);
+    EXPECT_EQ(std::to_string(result) + " " + std::to_string(length) + " " + (data ? std::string(data.get(), 3) : "null"), c.read)
+        << c.content.substr(0, 20);
+    result = find_record(path.c_str(), "d:qnum:", &line);
+    EXPECT_EQ(std::to_string(result) + " " + line.get(), c.line) << c.content.substr(0, 20);
   }
-}
-
-// A daemon's file in /tmp (links and the like: integrity-io.t): its
-// directory's name kept in 256 bytes, the ceiling of control files.
-TEST_F(ProcfsTest, DaemonFileWithinTheCeiling) {
-  const std::string fits = "/tmp/" + std::string(250, 'd') + "/f", past = "/tmp/" + std::string(251, 'd') + "/f";
-  put(fits, "fits");
-  put(past, "past");
+  // The daemon's files in /tmp (links and the like: integrity-io.t), within the same ceiling.
+  put("/tmp/small", "fits");
   put("/tmp/big", std::string(CONTROL_FILE_MAX + 1, 'x'));
-  const struct { const char *path; int result, length; } cases[] = {
-      {fits.c_str(), 0, 4}, {past.c_str(), -1, -5}, {"/tmp/big", -1, -5}, {"/tmp/", -1, -5},
-      {"tmp/big", -1, -5}, {"/big", -1, -5}, {nullptr, -1, -5}};
-  for (const auto &c : cases) {
+  for (auto [file, result] : {std::pair<const char *, int>{"/tmp/small", 4}, {"/tmp/big", -5}, {"/small", -5}, {nullptr, -5}}) {
     OwnedText data;
     int length = -5;
-    EXPECT_EQ(read_daemon_file(c.path, &data, &length), c.result) << (c.path ? c.path : "null");
-    EXPECT_EQ(length, c.length) << (c.path ? c.path : "null");
+    EXPECT_EQ(read_daemon_file(file, &data, &length), result == 4 ? 0 : -1) << (file ? file : "null");
+    EXPECT_EQ(length, result) << (file ? file : "null");
   }
-}
-
-TEST_F(ProcfsTest, ReadFileIntoAndFindRecord) {
-  // File size (-1: none), result and text length for a 16-byte buffer; nothing past it touched.
-  const struct { int bytes, result, text_length; } into[] = {{40, 16, 15}, {15, 15, 15}, {0, 0, 0}, {-1, -1, 0}};
-  for (const auto &c : into) {
-    std::string content = pattern(c.bytes < 0 ? 0 : static_cast<size_t>(c.bytes));
-    if (c.bytes >= 0) put("/proc/vek/f", content);
-    char buffer[32];
-    memset(buffer, 'Z', sizeof buffer);
-    EXPECT_EQ(read_file_into(c.bytes < 0 ? "/proc/vek/none" : "/proc/vek/f", buffer, 16), c.result);
-    EXPECT_EQ(std::string(buffer), content.substr(0, static_cast<size_t>(c.text_length))) << c.bytes;
-    EXPECT_EQ(buffer[16], 'Z');
-  }
-  EXPECT_EQ(read_file_into("/proc/vek/f", nullptr, 16), -1);
-  // The first line that begins with the tag, its line end kept; "keep" when none does.
-  const std::string long_value = "j:devs:" + pattern(5000) + "\n";
-  const struct { std::string content; const char *path, *tag; int result; std::string line; } find[] = {
-      {"d:qnum:", "/proc/vek/q", "d:qnum:", 0, "d:qnum:"},
-      {"d:q\n\nd:qnum\nd:qnum:8\nd:qnum:9\n", "/proc/vek/q", "d:qnum:", 0, "d:qnum:8\n"},
-      {std::string(10000, 'x') + "\n" + long_value, "/proc/vek/q", "j:devs:", 0, long_value},
-      {" d:qnum:1\nx d:qnum:2\n", "/proc/vek/q", "d:qnum:", 0, "keep"},
-      {"", "/proc/vek/absent", "d:qnum:", 1, "keep"}, {"", nullptr, "d:qnum:", 1, "keep"}};
-  for (const auto &c : find) {
-    put("/proc/vek/q", c.content);
-    OwnedText line = str_dup("keep");
-    EXPECT_EQ(find_record(c.path, c.tag, &line), c.result);
-    EXPECT_EQ(std::string(line.get()), c.line) << c.content.substr(0, 40);
-  }
+  OwnedText line = str_dup("keep");
+  EXPECT_EQ(find_record(nullptr, "d:qnum:", &line), 1);
 }
 
 TEST_F(ProcfsTest, CopyFileTakesOnlyARegularFileIntoAnExistingOne) {
@@ -177,9 +111,7 @@ TEST_F(ProcfsTest, CopyFileTakesOnlyARegularFileIntoAnExistingOne) {
   Recording rec;
   EXPECT_EQ(copy_file("/tmp/dst", "/tmp/src"), 1300);
   EXPECT_EQ(g_write_sizes, (std::vector<size_t>{512, 512, 276}));
-  EXPECT_EQ(copy_file("/tmp/dst", "/tmp/absent"), -1);
-  EXPECT_EQ(copy_file("/tmp/dst", "/tmp/fifo"), -1);  // at once, never waiting for a writer
-  EXPECT_EQ(copy_file("/tmp/dst", "/tmp"), -1);
+  for (const char *source : {"/tmp/absent", "/tmp/fifo", "/tmp"}) EXPECT_EQ(copy_file("/tmp/dst", source), -1) << source;
   EXPECT_EQ(get("/tmp/dst"), pattern(1300));
   EXPECT_EQ(copy_file("/tmp/new", "/tmp/src"), -2);  // never created
   EXPECT_EQ(get("/tmp/new"), "<missing>");

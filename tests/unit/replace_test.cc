@@ -1,33 +1,29 @@
+// Files the tool makes as root: a replaced file and the engine lock. Through
+// the tool (integrity-files.t) only the unnamed temporary file shows; the
+// named one is what a file system without O_TMPFILE gets.
 #include "sys/replace.h"
 
-#include <dirent.h>
-#include <signal.h>
-#include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include <chrono>
+#include <memory>
+#include <set>
 
 #include "scratch_sysroot.h"
+#include "sys/lock.h"
 
 namespace {
 
 class ReplaceTest : public ScratchSysroot {
  protected:
-  void SetUp() override {
-    ScratchSysroot::SetUp();
-    mkdir((root_ + "/var").c_str(), 0755);
-  }
-  // The names in /var, sorted, "." and ".." aside: no temporary file may be left behind.
-  std::string listing() const {
-    struct dirent **names = nullptr;
-    int n = scandir((root_ + "/var").c_str(), &names, nullptr, alphasort);
+  void SetUp() override { ScratchSysroot::SetUp(), mkdir((root_ + "/var").c_str(), 0755); }
+  std::string listing() const {  // the names in /var, sorted: no temporary file may be left behind
+    std::set<std::string> names;
+    for (const auto &entry : std::filesystem::directory_iterator(root_ + "/var")) names.insert(entry.path().filename());
     std::string out;
-    for (int i = 0; i < n; free(names[i++]))
-      if (std::string(".") != names[i]->d_name && std::string("..") != names[i]->d_name) out += names[i]->d_name + std::string(" ");
-    free(names);
+    for (const std::string &name : names) out += name + " ";
     return out;
   }
   mode_t mode_of(const std::string &path) const {  // type and permissions, not following a link
@@ -35,44 +31,6 @@ class ReplaceTest : public ScratchSysroot {
     return lstat((root_ + path).c_str(), &st) == 0 ? st.st_mode : 0;
   }
 };
-
-// Whatever stands at the destination, a regular file of mode 0644 takes its
-// place, made unnamed or named, under any umask; a link is replaced, never
-// followed, and nothing a directory held is followed out of it.
-TEST_F(ReplaceTest, PutsARegularFileOf0644InPlaceOfAnything) {
-  const std::string big(5000, 'n'), dest = root_ + "/var/app.id";
-  put("/outside", "keep");
-  chmod((root_ + "/outside").c_str(), 04755);
-  mode_t saved_umask = umask(0);
-  for (bool unnamed : {true, false}) {
-    for (std::string kind : {"absent", "setuid file", "link", "fifo", "empty dir", "full dir"}) {
-      SCOPED_TRACE(kind + (unnamed ? " unnamed" : " named"));
-      umask(0);
-      if (kind == "setuid file") put("/var/app.id", "old"), chmod(dest.c_str(), 04755);
-      if (kind == "link") symlink((root_ + "/outside").c_str(), dest.c_str());
-      if (kind == "fifo") mkfifo(dest.c_str(), 0666);
-      if (kind == "empty dir") mkdir(dest.c_str(), 0755);
-      if (kind == "full dir") {
-        put("/var/app.id/file", "x");
-        mkdir((dest + "/sub").c_str(), 0755);
-        symlink((root_ + "/outside").c_str(), (dest + "/sub/link").c_str());
-      }
-      umask(unnamed ? 0 : 077);
-      Replacement next("/var/app.id", unnamed);
-      ASSERT_TRUE(next.ok());
-      EXPECT_TRUE(next.write(big.data(), 3000));
-      EXPECT_TRUE(next.write(big.data(), 2000));
-      EXPECT_TRUE(next.commit());
-      EXPECT_EQ(get("/var/app.id"), big);
-      EXPECT_EQ(mode_of("/var/app.id"), S_IFREG | 0644u);
-      EXPECT_EQ(mode_of("/outside"), S_IFREG | 04755u);
-      EXPECT_EQ(get("/outside"), "keep");
-      EXPECT_EQ(listing(), "app.id ");
-      remove(dest.c_str());
-    }
-  }
-  umask(saved_umask);
-}
 
 // Named temporary files of processes that are gone are swept before a new
 // one is made; those of a live process and other names are left alone, and
@@ -82,11 +40,11 @@ TEST_F(ReplaceTest, SweepsTheNamedTempsOfDeadProcessesOnly) {
   if (child == 0) _exit(0);
   waitpid(child, nullptr, 0);
   const std::string dead = std::to_string(child), live = std::to_string(getppid());
+  const std::string kept = ".app.id.vektool-" + live + "-AbC123 .app.id.vektool-x-AbC123 .vek.xr.vektool-" + dead +
+                           "-AbC123 app.id.AbC123 ";
   for (const std::string &name : {".app.id.vektool-" + dead, ".app.id.vektool-" + live, std::string(".app.id.vektool-x"),
                                   ".vek.xr.vektool-" + dead, std::string("app.id")})
     put("/var/" + name + (name == "app.id" ? ".AbC123" : "-AbC123"), "left");
-  const std::string kept = ".app.id.vektool-" + live + "-AbC123 .app.id.vektool-x-AbC123 .vek.xr.vektool-" + dead +
-                           "-AbC123 app.id.AbC123 ";
   {
     Replacement next("/var/app.id", false);
     ASSERT_TRUE(next.ok());
@@ -97,16 +55,11 @@ TEST_F(ReplaceTest, SweepsTheNamedTempsOfDeadProcessesOnly) {
 
 // TERM, INT and HUP remove a named temporary file and then end the process as
 // they would have; the handlers stand only while a named file exists, and an
-// ignored signal stays ignored.
+// ignored signal stays ignored. A committed one is a regular file of 0644 under any umask.
 TEST_F(ReplaceTest, AnEndSignalRemovesTheNamedTemp) {
   for (int signal_number : {SIGTERM, SIGINT, SIGHUP}) {
     pid_t child = fork();
-    if (child == 0) {
-      Replacement next("/var/app.id", false);
-      next.write("partial", 7);
-      raise(signal_number);
-      _exit(3);
-    }
+    if (child == 0) Replacement("/var/app.id", false).write("partial", 7), raise(signal_number), _exit(3);
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal_number) << signal_number;
@@ -118,39 +71,46 @@ TEST_F(ReplaceTest, AnEndSignalRemovesTheNamedTemp) {
     return action.sa_handler;
   };
   signal(SIGHUP, SIG_IGN);
+  mode_t saved_umask = umask(077);
+  symlink((root_ + "/outside").c_str(), (root_ + "/var/app.id").c_str());
   {
     Replacement next("/var/app.id", false);
-    EXPECT_NE(handler(SIGTERM), SIG_DFL);
-    EXPECT_EQ(handler(SIGHUP), SIG_IGN);
-    EXPECT_EQ(handler(SIGXFSZ), SIG_IGN);
-    next.write("whole", 5);
-    EXPECT_TRUE(next.commit());
+    EXPECT_TRUE(handler(SIGTERM) != SIG_DFL && handler(SIGHUP) == SIG_IGN && handler(SIGXFSZ) == SIG_IGN);
+    EXPECT_TRUE(next.write("whole", 5) && next.commit());
     EXPECT_EQ(handler(SIGTERM), SIG_DFL);
   }
-  EXPECT_EQ(get("/var/app.id"), "whole");
+  umask(saved_umask);
+  EXPECT_EQ(get("/var/app.id") + get("/outside") + listing(), "whole<missing>app.id ");
+  EXPECT_EQ(mode_of("/var/app.id"), S_IFREG | 0644u);
   EXPECT_EQ(handler(SIGXFSZ), SIG_DFL);
   signal(SIGHUP, SIG_DFL);
 }
 
-// A missing or empty source, a missing directory, a file size limit: the old file stays.
-TEST_F(ReplaceTest, AFailedCopyLeavesTheOldFile) {
-  put("/var/app.id", "old\n");
-  put("/empty", "");
-  put("/new", std::string(3000, 'n'));
-  const struct { const char *destination, *source; long result; rlim_t limit; } cases[] = {  // limit 0: none
-      {"/var/app.id", "/none", -1, 0}, {"/var/app.id", "/empty", 0, 0}, {"/nodir/app.id", "/new", -2, 0},
-      {"/var/app.id", nullptr, -1, 0}, {nullptr, "/new", -1, 0},        {"/var/app.id", "/new", -1, 1024}};
-  struct rlimit saved;
-  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &saved), 0);
-  for (const auto &c : cases) {
-    struct rlimit limit = {c.limit ? c.limit : saved.rlim_cur, saved.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    long result = replace_file(c.destination, c.source);
-    setrlimit(RLIMIT_FSIZE, &saved);
-    EXPECT_EQ(result, c.result) << (c.source ? c.source : "null");
-    EXPECT_EQ(get("/var/app.id"), "old\n");
-    EXPECT_EQ(listing(), "app.id ");
+// One holder at a time, across open files, in a 0644 file whatever the umask;
+// the next waits its bound out and gets the lock once the holder is gone. No
+// run directory, or no regular file in the lock's place: the command runs
+// without the lock, and nothing is followed.
+TEST_F(ReplaceTest, EngineLockHasOneHolderAndABoundedWait) {
+  mode_t saved = umask(077);
+  auto first = std::make_unique<EngineLock>();
+  EXPECT_TRUE(first->take("/var") && first->held());
+  umask(saved);
+  EXPECT_EQ(mode_of("/var/vektool.lock"), S_IFREG | 0644u);
+  EngineLock second;
+  auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(second.take("/var", 200) || second.held());
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200));
+  first.reset();
+  EXPECT_TRUE(second.take("/var", 200) && second.held());
+  put("/link/x", "");
+  put("/fifo/x", "");
+  ASSERT_EQ(symlink((root_ + "/target").c_str(), (root_ + "/link/vektool.lock").c_str()), 0);
+  ASSERT_EQ(mkfifo((root_ + "/fifo/vektool.lock").c_str(), 0600), 0);
+  for (const char *run : {"/none", "", "/link", "/fifo", static_cast<const char *>(nullptr)}) {
+    EngineLock lock;
+    EXPECT_TRUE(lock.take(run, 50) && !lock.held()) << (run ? run : "null");
   }
+  EXPECT_EQ(get("/target"), "<missing>");
 }
 
 }  // namespace

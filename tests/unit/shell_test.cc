@@ -1,42 +1,18 @@
+// Processes found by name, the words put on the shell's command line and the
+// programs' PATH (the programs run: integrity-io.t, vek.t, dt.t).
 #include "sys/shell.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
-
-#include <gtest/gtest.h>
 
 #include <cstring>
-#include <string>
-#include <utility>
 #include <vector>
 
 #include "scratch_sysroot.h"
+#include "sys/environ.h"
 
 namespace {
 
-class ShellTest : public ScratchSysroot {
- protected:
-  int dir_mode(const std::string &path) const {  // -1 for no directory
-    struct stat st;
-    return stat((root_ + path).c_str(), &st) == 0 && S_ISDIR(st.st_mode) ? static_cast<int>(st.st_mode & 07777) : -1;
-  }
-};
-
-TEST_F(ShellTest, FilesAndDirectories) {
-  put("/usr/vek/data/vek.xdb", "x");
-  EXPECT_EQ(file_exists("/usr/vek/data/vek.xdb") + file_exists(nullptr) + file_exists("/usr/vek/data/app.xdb"), 1);
-  EXPECT_EQ(file_exists_fmt("/usr/vek/%s/vek.xdb", "data") + file_exists_fmt(nullptr), 1);
-  // Parents 0700, the last one 0755; what exists is left alone; any kind of file counts.
-  mode_t old_mask = umask(0);
-  EXPECT_EQ(make_dirs("/var/vek/db/"), 0);
-  ASSERT_EQ(mkdir((root_ + "/a").c_str(), 0751), 0);
-  EXPECT_EQ(make_dirs("/a/b"), 0);
-  umask(old_mask);
-  EXPECT_EQ(std::vector<int>({dir_mode("/var"), dir_mode("/var/vek"), dir_mode("/var/vek/db"), dir_mode("/a"), dir_mode("/a/b")}),
-            std::vector<int>({0700, 0700, 0755, 0751, 0755}));
-  EXPECT_EQ(make_dirs("/usr/vek/data/vek.xdb"), 0);
-  EXPECT_EQ(make_dirs("/usr/vek/data/vek.xdb/sub"), -1);
-}
+class ShellTest : public ScratchSysroot {};
 
 TEST_F(ShellTest, FindPidByName) {
   EXPECT_EQ(find_pid_by_name("init"), -1);  // no /proc at all
@@ -53,30 +29,8 @@ TEST_F(ShellTest, FindPidByName) {
   for (const auto &c : cases) EXPECT_EQ(find_pid_by_name(c.name), c.pid) << c.name;
 }
 
-TEST_F(ShellTest, RunCommandAndCaptureTheFirstLine) {
-  EXPECT_EQ(run_command("exit %d", 255), 255);
-  EXPECT_EQ(run_command(nullptr), 0);
-  // The line is cut at 511 characters: one more blank in front leaves ";exit ".
-  std::string line = "true" + std::string(500, ' ') + ";exit 9";
-  EXPECT_EQ(run_command("%s", line.c_str()), 9);
-  EXPECT_EQ(run_command(" %s", line.c_str()), 0);
-  const struct { const char *command; std::string text; } cases[] = {
-      {"printf 'one\\ntwo\\n'", "one\n"}, {"printf abc", "abc"}, {"true", ""},
-      {"printf 'x%.0s' $(seq 600)", std::string(511, 'x')}, {"printf 'a\\0b\\nc\\n'", "a"},
-      {"yes", "y\n"}};  // the pipe closes after the first line: yes ends by SIGPIPE
-  for (const auto &c : cases) {
-    OwnedText text = run_command_capture(0, c.command);
-    ASSERT_NE(text, nullptr) << c.command;
-    EXPECT_EQ(std::string(text.get()), c.text) << c.command;
-  }
-  std::string command = "printf done > " + root_ + "/side; echo text";
-  EXPECT_EQ(run_command_capture(CAPTURE_DISCARD, command.c_str()), nullptr);
-  EXPECT_EQ(get("/side"), "done");
-  EXPECT_EQ(run_command_capture(0, nullptr), nullptr);
-}
-
-// Each word comes back from the shell as it went in; a cut stays one balanced word.
-TEST_F(ShellTest, ShellWordSurvivesTheShell) {
+// Words quoted for the shell (injection.t runs them through it); a cut stays one balanced word.
+TEST_F(ShellTest, ShellWordQuotesAndCutsWhole) {
   std::vector<std::pair<std::string, std::string>> cases = {
       {"Az09_@%+=:,./-", "Az09_@%+=:,./-"}, {"", "''"}, {"it's", "'it'\\''s'"}, {"$(id)", "'$(id)'"}};
   for (char c : std::string(" \t\n!\"#$&()*;<>?[\\]^`{|}~")) cases.push_back({std::string(1, c), "'" + std::string(1, c) + "'"});
@@ -84,8 +38,6 @@ TEST_F(ShellTest, ShellWordSurvivesTheShell) {
   for (auto &c : cases) {
     EXPECT_EQ(shell_word(out, sizeof out, c.first.c_str()), out);
     EXPECT_EQ(out, c.second);
-    ASSERT_EQ(run_command("printf %%s %s > %s/word", out, root_.c_str()), 0) << out;
-    EXPECT_EQ(get("/word"), c.first);
   }
   EXPECT_STREQ(shell_word(out, sizeof out, nullptr), "''");
   const struct { size_t size; const char *word, *out; } cuts[] = {
@@ -96,9 +48,15 @@ TEST_F(ShellTest, ShellWordSurvivesTheShell) {
     EXPECT_STREQ(shell_word(out, c.size, c.word), c.out);
     EXPECT_EQ(out[c.size], 'Z');
   }
-  setenv("VEKTOOL_SYSROOT", "/tmp/sim root", 1);
-  EXPECT_STREQ(shell_path(out, sizeof out, "/usr/vek/bin/dt_srv"), "'/tmp/sim root/usr/vek/bin/dt_srv'");
-  EXPECT_STREQ(shell_path(out, sizeof out, "bin/dt_srv"), "bin/dt_srv");
+}
+
+// The engine's directory goes in front of the programs' PATH, or is all of it.
+TEST(Environ, PathGetsTheDirectoryInFront) {
+  const std::string saved = getenv("PATH") ? getenv("PATH") : "/usr/bin:/bin";  // other tests run programs
+  unsetenv("PATH");
+  prepend_path_env("/usr/sbin"), prepend_path_env("%s/usr/sbin", "/sim"), prepend_path_env(nullptr);
+  EXPECT_STREQ(getenv("PATH"), "/sim/usr/sbin:/usr/sbin");
+  setenv("PATH", saved.c_str(), 1);
 }
 
 }  // namespace
