@@ -85,8 +85,10 @@ void prescan(int argc, char **argv) {
 // error flag, and its reason is the last one recorded unless the final write
 // gives one of its own.
 int finish_output(int status) {
-  int reason = errno;
   bool failed = ferror(stdout) != 0;
+  // errno is looked at only after a failure: the C library's errno location
+  // is one more symbol lookup at every start.
+  int reason = failed ? errno : 0;
   if (fclose(stdout) != 0) {
     failed = true;
     reason = errno;
