@@ -113,12 +113,8 @@ int run(int argc, char **argv) {
              g_options.log_file);
   }
 
-  const char *group = argc > 1 ? argv[1] : nullptr;
-  if (group) {
-    for (size_t i = 0; i < kGroupCount; i++) {
-      if (strcmp(group, kGroups[i].name) == 0) return kGroups[i].main(argc - 1, argv + 1);
-    }
-  }
+  int status;
+  if (argc > 1 && run_group(argv[1], argc - 1, argv + 1, &status)) return status;
   report_result(RESULT_UNKNOWN_GROUP, nullptr);
   return -1;
 }

@@ -491,7 +491,7 @@ const char kUsage[] =
     "vektool qos disable-dscp\0"
     "vektool qos set-dscp-mapping <dscp_class_mapping>\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_INTEGER(0, "sensitivity", &g_sensitivity, "The sensitivity of profile setting."),
     OPT_INTEGER(0, "intensity", &g_intensity, "The intensity of profile setting."),
@@ -500,7 +500,7 @@ const argparse_option kOptions[] = {
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"on", qos_on},
     {"off", qos_off},
     {"get", qos_get},
@@ -537,12 +537,12 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame qos_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                              nullptr, nullptr, false, nullptr};
+constexpr GroupFrame qos_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                  nullptr, nullptr, false, nullptr};
 
 int qos_main(int argc, char **argv) {
   g_sensitivity = 0;
   g_intensity = 0;
   g_mode = nullptr;
-  return group_run(qos_frame, argc, argv);
+  return group_run<qos_frame>(argc, argv);
 }
