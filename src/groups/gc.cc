@@ -18,7 +18,8 @@ namespace {
 
 // The index is the number the engine takes. "l2l" is taken although the help
 // lists only the first five.
-const char *const kPriorities[] = {"pass", "highest", "high", "medium", "low", "l2l"};
+// Names in rows of their own: no addresses to relocate at every start.
+const char kPriorities[][8] = {"pass", "highest", "high", "medium", "low", "l2l"};
 
 int g_duration;  // --duration, minutes; 0 is permanent
 int g_negative;  // --negative, read by set-relative only

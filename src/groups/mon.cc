@@ -13,9 +13,10 @@
 
 namespace {
 
+// Texts in the rows: no addresses for the dynamic loader to relocate.
 struct CounterType {
-  const char *word;
-  const char *tag;
+  char word[9];
+  char tag[16];
   bool read_twice;  // the JSON counters settle on the second read
 };
 

@@ -22,8 +22,11 @@
 namespace {
 
 // The index of a name is what the engine reads and writes.
-const char *const kAlgorithms[] = {"none", "qoe", "hyqos"};
-const char *const kProfiles[] = {"none", "ai", "gaming", "wfh", "streaming", "office", "ai2", "custom"};
+// Names in rows of their own rather than pointers to them: no addresses for
+// the dynamic loader to relocate at every start.
+typedef char Name[10];
+const Name kAlgorithms[] = {"none", "qoe", "hyqos"};
+const Name kProfiles[] = {"none", "ai", "gaming", "wfh", "streaming", "office", "ai2", "custom"};
 const int kAlgorithmCount = 3;
 const int kProfileCount = 8;
 
@@ -63,7 +66,7 @@ int print_number(int value) {
 }
 
 // Index of `name` in `names`, by exact comparison; -1 when absent.
-int find_name(const char *const *names, int count, const char *name) {
+int find_name(const Name *names, int count, const char *name) {
   for (int i = 0; i < count; i++) {
     if (str_equal(names[i], name) == 0) return i;
   }
