@@ -85,6 +85,7 @@ int argparse_getvalue(argparse *self, const argparse_option *opt, int flags) {
         char *end = nullptr;
         // Held to int as on the 32-bit gateway, whose long is an int: a value
         // past it is a range error there, not a wrapped number.
+        errno = 0;
         long number = strtol32(text, &end, 0);
         if (errno == ERANGE) option_error(opt, "numerical result out of range", flags);
         if (*end != '\0') option_error(opt, "expects an integer value", flags);
@@ -94,6 +95,7 @@ int argparse_getvalue(argparse *self, const argparse_option *opt, int flags) {
       case ARGPARSE_OPT_UINTEGER: {
         const char *text = take_value_text(self, opt, flags);
         char *end = nullptr;
+        errno = 0;
         unsigned long number = strtoul32(text, &end, 0);
         if (errno == ERANGE) option_error(opt, "numerical result out of range", flags);
         if (*end != '\0') option_error(opt, "expects an unsigned integer value", flags);

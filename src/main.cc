@@ -85,8 +85,10 @@ void prescan(int argc, char **argv) {
 // error flag, and its reason is the last one recorded unless the final write
 // gives one of its own.
 int finish_output(int status) {
-  int reason = errno;
   bool failed = ferror(stdout) != 0;
+  // errno is looked at only after a failure: the C library's errno location
+  // is one more symbol lookup at every start.
+  int reason = failed ? errno : 0;
   if (fclose(stdout) != 0) {
     failed = true;
     reason = errno;
@@ -111,12 +113,8 @@ int run(int argc, char **argv) {
              g_options.log_file);
   }
 
-  const char *group = argc > 1 ? argv[1] : nullptr;
-  if (group) {
-    for (size_t i = 0; i < kGroupCount; i++) {
-      if (strcmp(group, kGroups[i].name) == 0) return kGroups[i].main(argc - 1, argv + 1);
-    }
-  }
+  int status;
+  if (argc > 1 && run_group(argv[1], argc - 1, argv + 1, &status)) return status;
   report_result(RESULT_UNKNOWN_GROUP, nullptr);
   return -1;
 }

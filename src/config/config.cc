@@ -2,6 +2,7 @@
 
 #include <errno.h>
 #include <fcntl.h>
+#include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -81,18 +82,24 @@ void fd_path(char (&path)[32], int fd) {
 // The library only loads from a path. It is given one end of a pipe that
 // holds the bytes already read, so that what it parses is bounded and is the
 // file that was checked, whatever happens to that file meanwhile. The path
-// names this process's own descriptor, so it is not a gateway path.
+// names this process's own descriptor, so it is not a gateway path. Both
+// ends are closed before this returns and no program runs meanwhile, so
+// they need no close-on-exec (pipe2 would need a newer C library version).
 Dictionary load_bytes(const char *bytes, unsigned int length) {
   int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) return nullptr;
+  if (pipe(ends) != 0) return nullptr;
   Fd read_end(ends[0]);
   {
     Fd write_end(ends[1]);
-    if (fcntl(write_end.get(), F_GETPIPE_SZ) < static_cast<int>(length)) {
-      fcntl(write_end.get(), F_SETPIPE_SZ, static_cast<int>(length));
+    // An empty pipe takes PIPE_BUF bytes without waiting, and vek.ini is a
+    // few hundred: only a longer file needs room made, and a pipe too small
+    // for it must fail, not wait, since nothing reads until the library does.
+    if (length > PIPE_BUF) {
+      if (fcntl(write_end.get(), F_GETPIPE_SZ) < static_cast<int>(length)) {
+        fcntl(write_end.get(), F_SETPIPE_SZ, static_cast<int>(length));
+      }
+      if (fcntl(write_end.get(), F_SETFL, O_NONBLOCK) != 0) return nullptr;
     }
-    // Nothing reads until the library does: a pipe too small must fail, not wait.
-    if (fcntl(write_end.get(), F_SETFL, O_NONBLOCK) != 0) return nullptr;
     unsigned int written = 0;
     while (written < length) {
       ssize_t n = write(write_end.get(), bytes + written, length - written);

@@ -39,12 +39,12 @@ const char kUsage[] =
     "vektool cloud off\0";
 
 // No --json here: only the global pre-scan sets JSON output for this group.
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"get", cloud_get},
     {"on", cloud_on},
     {"off", cloud_off},
@@ -52,7 +52,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame cloud_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                                "\nBrief:", "\n", false, nullptr};
+constexpr GroupFrame cloud_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                    "\nBrief:", "\n", false, nullptr};
 
-int cloud_main(int argc, char **argv) { return group_run(cloud_frame, argc, argv); }
+int cloud_main(int argc, char **argv) { return group_run<cloud_frame>(argc, argv); }

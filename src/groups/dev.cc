@@ -91,13 +91,13 @@ const char kUsage[] =
     "vektool dev reset-queue                # reset queue id of all devices\0"
     "vektool dev reset-queue <mac>          # reset queue id of <mac>\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_BOOLEAN(0, "json", &g_options.json, ""),
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"get", dev_get},
     {"delete", dev_delete},
     {"get-default-queue", dev_get_default_queue},
@@ -109,7 +109,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame dev_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                              nullptr, nullptr, false, nullptr};
+constexpr GroupFrame dev_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                  nullptr, nullptr, false, nullptr};
 
-int dev_main(int argc, char **argv) { return group_run(dev_frame, argc, argv); }
+int dev_main(int argc, char **argv) { return group_run<dev_frame>(argc, argv); }

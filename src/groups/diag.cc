@@ -49,19 +49,19 @@ const char kUsage[] =
     "vektool diag [options] <command> [args]\0"
     "vektool diag get\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_BOOLEAN(0, "json", &g_options.json, ""),
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"get", diag_get},
 };
 
 }  // namespace
 
-const GroupFrame diag_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                               nullptr, nullptr, false, nullptr};
+constexpr GroupFrame diag_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                   nullptr, nullptr, false, nullptr};
 
-int diag_main(int argc, char **argv) { return group_run(diag_frame, argc, argv); }
+int diag_main(int argc, char **argv) { return group_run<diag_frame>(argc, argv); }

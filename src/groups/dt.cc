@@ -75,13 +75,13 @@ const char kUsage[] =
     "vektool bs stop\0"
     "vektool bs get\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_BOOLEAN(0, "json", &g_options.json, ""),
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"start", dt_start},
     {"stop", dt_stop},
     {"get", dt_get},
@@ -89,8 +89,8 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame dt_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                             "\nBrief:", "\n", false, nullptr};
+constexpr GroupFrame dt_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                 "\nBrief:", "\n", false, nullptr};
 
 // Without its daemon installed the group answers "not support" to anything,
 // --help included, before the command line is parsed.
@@ -101,5 +101,5 @@ int dt_main(int argc, char **argv) {
     print_result(RESULT_FAILED, "not support");
     return 0;
   }
-  return group_run(dt_frame, argc, argv);
+  return group_run<dt_frame>(argc, argv);
 }

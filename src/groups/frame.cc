@@ -10,7 +10,7 @@
 #include "sys/scan.h"
 #include "sys/text.h"
 
-int group_run(const GroupFrame &frame, int argc, char **argv) {
+int group_parse(const GroupFrame &frame, int argc, char **argv) {
   argparse parser;
   argparse_init(&parser, frame.options, nullptr, ARGPARSE_IGNORE_UNKNOWN_ARGS);
   argparse_usage_text(&parser, frame.usage);
@@ -19,14 +19,8 @@ int group_run(const GroupFrame &frame, int argc, char **argv) {
   }
   argc = argparse_parse(&parser, argc, argv);
   if (frame.describe_after_parse) argparse_describe(&parser, frame.description, frame.epilog);
-  if (argc < 1) return 1;
-  if (frame.after_parse) frame.after_parse();
-
-  for (size_t i = 0; i < frame.command_count; i++) {
-    const CommandEntry &command = frame.commands[i];
-    if (strcmp(argv[0], command.name) == 0) return command.handler(argc, argv);
-  }
-  return 1;
+  if (argc >= 1 && frame.after_parse) frame.after_parse();
+  return argc;
 }
 
 int report_ok() {

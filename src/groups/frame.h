@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <utility>
 
 #include "argparse.h"
 #include "sys/text.h"
@@ -34,9 +35,107 @@ struct GroupFrame {
 template <size_t N>
 constexpr size_t countof(const CommandEntry (&)[N]) { return N; }
 
+// The frames, their option records and command rows are constants
+// (constexpr): the tool reads them while it compiles, so that it carries no
+// table of addresses for the dynamic loader to relocate at every start (one
+// relocation for each address, some 13 instructions each, for all fourteen
+// groups while one runs). group_run<frame> copies the records of the group
+// that runs into the parser's array and calls the handlers directly; the
+// frames themselves stay for programs that walk them (kGroups).
+
+// Names copied out of rows that hold them ({"name", ...}): text only, nothing
+// to relocate. Made while compiling.
+template <size_t N, size_t Width>
+struct NameTable {
+  char name[N][Width];
+};
+
+template <size_t N, size_t Width, typename Row>
+constexpr NameTable<N, Width> name_table(const Row *rows) {
+  NameTable<N, Width> table{};
+  for (size_t i = 0; i < N; i++) {
+    for (size_t j = 0; j < Width; j++) table.name[i][j] = rows[i].name[j];
+  }
+  return table;
+}
+
+// The first of `count` names that is exactly `word`; `count` when none is.
+template <size_t Width>
+size_t name_index(const char (*names)[Width], size_t count, const char *word) {
+  for (size_t i = 0; i < count; i++) {
+    const char *name = names[i];
+    size_t j = 0;
+    while (j < Width && name[j] != '\0' && name[j] == word[j]) j++;
+    if (j < Width && name[j] == word[j]) return i;
+  }
+  return count;
+}
+
+// Parses the options of `frame` (whose records are the parser's) and runs
+// its hook: the number of positional words, the command word first.
+int group_parse(const GroupFrame &frame, int argc, char **argv);
+
+namespace frame_detail {
+
+constexpr size_t record_count(const argparse_option *options) {
+  size_t count = 1;
+  while (options[count - 1].type != ARGPARSE_OPT_END) count++;
+  return count;
+}
+
+// Field by field: a whole record would be copied from a relocated image of it.
+template <const GroupFrame &F, size_t I>
+void copy_record(argparse_option &out) {
+  constexpr const argparse_option &in = F.options[I];
+  out.type = in.type;
+  out.short_name = in.short_name;
+  out.long_name = in.long_name;
+  out.value = in.value;
+  out.help = in.help;
+  out.callback = in.callback;
+  out.data = in.data;
+  out.flags = in.flags;
+}
+
+template <const GroupFrame &F, size_t... I>
+void copy_records(argparse_option *out, std::index_sequence<I...>) {
+  (copy_record<F, I>(out[I]), ...);
+}
+
+template <const GroupFrame &F, size_t... I>
+int run_command(size_t index, int argc, char **argv, std::index_sequence<I...>) {
+  int status = 1;
+  (void)((index == I && (status = F.commands[I].handler(argc, argv), true)) || ...);
+  return status;
+}
+
+template <const GroupFrame &F>
+inline constexpr NameTable<F.command_count, sizeof(CommandEntry::name)> kCommandNames =
+    name_table<F.command_count, sizeof(CommandEntry::name)>(F.commands);
+
+}  // namespace frame_detail
+
 // Parses (unknown options are dropped), then runs the first command whose name
 // matches exactly. No command word or no match: 1, with no output.
-int group_run(const GroupFrame &frame, int argc, char **argv);
+template <const GroupFrame &F>
+int group_run(int argc, char **argv) {
+  constexpr size_t kRecords = frame_detail::record_count(F.options);
+  argparse_option records[kRecords];
+  frame_detail::copy_records<F>(records, std::make_index_sequence<kRecords>());
+  GroupFrame frame = {};
+  frame.usage = F.usage;
+  frame.options = records;
+  frame.description = F.description;
+  frame.epilog = F.epilog;
+  frame.describe_after_parse = F.describe_after_parse;
+  frame.after_parse = F.after_parse;
+  argc = group_parse(frame, argc, argv);
+  if (argc < 1) return 1;
+  const auto &names = frame_detail::kCommandNames<F>;
+  size_t index = name_index(names.name, F.command_count, argv[0]);
+  return frame_detail::run_command<F>(index, argc, argv,
+                                      std::make_index_sequence<F.command_count>());
+}
 
 // Success: code 0 without a detail; returns 0. Verbs written to the engine
 // are not checked, so a command that wrote them reports this whatever the

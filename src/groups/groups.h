@@ -17,6 +17,12 @@ struct GroupEntry {
 extern const GroupEntry kGroups[];
 extern const size_t kGroupCount;
 
+// Runs the group named `word` with the vector from the group word, as
+// kGroups[i].main does, and stores its result; false when no group has that
+// name. Reads the table while compiling: the tool itself carries no relocated
+// copy of it.
+bool run_group(const char *word, int argc, char **argv, int *status);
+
 extern const GroupFrame vek_frame;
 int vek_main(int argc, char **argv);
 extern const GroupFrame qos_frame;

@@ -70,14 +70,14 @@ const char kUsage[] =
     "vektool iam set-redirect-ip <ip>\0"
     "vektool iam set-redirect-ttl <ttl>\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_BOOLEAN(0, "json", &g_options.json, ""),
     OPT_STRING('f', nullptr, &g_rule_file, ""),
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"on", iam_on},
     {"off", iam_off},
     {"get", iam_get},
@@ -93,7 +93,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame iam_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                              nullptr, nullptr, false, nullptr};
+constexpr GroupFrame iam_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                  nullptr, nullptr, false, nullptr};
 
-int iam_main(int argc, char **argv) { return group_run(iam_frame, argc, argv); }
+int iam_main(int argc, char **argv) { return group_run<iam_frame>(argc, argv); }

@@ -161,7 +161,7 @@ const char kUsage[] =
     "vektool limiter set <target> [--up <up_kbps>] [--down <down_kbps>] [--en <enable>] [--type <type>]\0"
     "vektool limiter clear\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_BOOLEAN(0, "json", &g_options.json, ""),
     OPT_INTEGER(0, "up", &g_up, ""),
@@ -172,7 +172,7 @@ const argparse_option kOptions[] = {
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"get", limiter_get},
     {"del", limiter_del},
     {"set", limiter_set},
@@ -181,7 +181,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame limiter_frame = {
+constexpr GroupFrame limiter_frame = {
     kUsage, kOptions, kCommands, countof(kCommands), "\nBrief:",
     "\n<up_kbps>: Limit rate for upstream flow. Unit: kbps. Default value: 1 Mbps.\n"
     "<down_kbps>: Limit rate for downstream flow. Unit: kbps. Default value: 1 Mbps.\n"
@@ -195,5 +195,5 @@ int limiter_main(int argc, char **argv) {
   g_enabled = -1;
   g_mac = nullptr;
   g_type = 0;
-  return group_run(limiter_frame, argc, argv);
+  return group_run<limiter_frame>(argc, argv);
 }

@@ -13,9 +13,10 @@
 
 namespace {
 
+// Texts in the rows: no addresses for the dynamic loader to relocate.
 struct CounterType {
-  const char *word;
-  const char *tag;
+  char word[9];
+  char tag[16];
   bool read_twice;  // the JSON counters settle on the second read
 };
 
@@ -64,20 +65,20 @@ const char kUsage[] =
     "vektool mon get-conn-count <type>      # block/category/priority\0"
     "vektool mon clear-conn-count\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_BOOLEAN(0, "json", &g_options.json, ""),
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"get-conn-count", get_conn_count},
     {"clear-conn-count", clear_conn_count},
 };
 
 }  // namespace
 
-const GroupFrame mon_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                              nullptr, nullptr, false, nullptr};
+constexpr GroupFrame mon_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                  nullptr, nullptr, false, nullptr};
 
-int mon_main(int argc, char **argv) { return group_run(mon_frame, argc, argv); }
+int mon_main(int argc, char **argv) { return group_run<mon_frame>(argc, argv); }

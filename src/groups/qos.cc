@@ -22,8 +22,11 @@
 namespace {
 
 // The index of a name is what the engine reads and writes.
-const char *const kAlgorithms[] = {"none", "qoe", "hyqos"};
-const char *const kProfiles[] = {"none", "ai", "gaming", "wfh", "streaming", "office", "ai2", "custom"};
+// Names in rows of their own rather than pointers to them: no addresses for
+// the dynamic loader to relocate at every start.
+typedef char Name[10];
+const Name kAlgorithms[] = {"none", "qoe", "hyqos"};
+const Name kProfiles[] = {"none", "ai", "gaming", "wfh", "streaming", "office", "ai2", "custom"};
 const int kAlgorithmCount = 3;
 const int kProfileCount = 8;
 
@@ -63,7 +66,7 @@ int print_number(int value) {
 }
 
 // Index of `name` in `names`, by exact comparison; -1 when absent.
-int find_name(const char *const *names, int count, const char *name) {
+int find_name(const Name *names, int count, const char *name) {
   for (int i = 0; i < count; i++) {
     if (str_equal(names[i], name) == 0) return i;
   }
@@ -491,7 +494,7 @@ const char kUsage[] =
     "vektool qos disable-dscp\0"
     "vektool qos set-dscp-mapping <dscp_class_mapping>\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_INTEGER(0, "sensitivity", &g_sensitivity, "The sensitivity of profile setting."),
     OPT_INTEGER(0, "intensity", &g_intensity, "The intensity of profile setting."),
@@ -500,7 +503,7 @@ const argparse_option kOptions[] = {
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"on", qos_on},
     {"off", qos_off},
     {"get", qos_get},
@@ -537,12 +540,12 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame qos_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                              nullptr, nullptr, false, nullptr};
+constexpr GroupFrame qos_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                  nullptr, nullptr, false, nullptr};
 
 int qos_main(int argc, char **argv) {
   g_sensitivity = 0;
   g_intensity = 0;
   g_mode = nullptr;
-  return group_run(qos_frame, argc, argv);
+  return group_run<qos_frame>(argc, argv);
 }

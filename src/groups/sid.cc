@@ -54,23 +54,23 @@ const char kUsage[] =
     "vektool sid get\0"
     "vektool sid load -f <sid_file>\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_STRING('f', nullptr, &g_file, ""),
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"get", get},
     {"load", load},
 };
 
 }  // namespace
 
-const GroupFrame sid_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                              "\nBrief:", "\n", false, nullptr};
+constexpr GroupFrame sid_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                  "\nBrief:", "\n", false, nullptr};
 
 int sid_main(int argc, char **argv) {
   g_file = nullptr;
-  return group_run(sid_frame, argc, argv);
+  return group_run<sid_frame>(argc, argv);
 }

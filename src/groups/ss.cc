@@ -95,13 +95,13 @@ const char kUsage[] =
     "vektool ss set-dev-enable <mac>\0"
     "vektool ss set-dev-disable <mac>\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_BOOLEAN(0, "json", &g_options.json, ""),
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"enable", ss_enable},
     {"disable", ss_disable},
     {"get", ss_get},
@@ -116,7 +116,8 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame ss_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                             "\nBrief:", "\n<mode>: mode name. ex. all_device, by_device", false, nullptr};
+constexpr GroupFrame ss_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                 "\nBrief:", "\n<mode>: mode name. ex. all_device, by_device",
+                                 false, nullptr};
 
-int ss_main(int argc, char **argv) { return group_run(ss_frame, argc, argv); }
+int ss_main(int argc, char **argv) { return group_run<ss_frame>(argc, argv); }

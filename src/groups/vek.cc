@@ -388,7 +388,7 @@ const char kUsage[] =
     "vektool vek enable-cache-ttl [0|1]\0"
     "vektool vek config -d <db entries> -f <flow entries>\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_STRING('w', "wanif", &g_vek.wanif, ""),
     OPT_STRING('b', "lanif", &g_vek.lanif, ""),
@@ -410,7 +410,7 @@ const argparse_option kOptions[] = {
 };
 
 // "disable" is listed twice; the second row is never reached.
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"on", start},
     {"off", stop},
     {"start", start},
@@ -433,8 +433,8 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame vek_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                              "\nBrief:", "\n<mode>: mode name. ex. gateway, bridge", true,
-                              apply_options};
+constexpr GroupFrame vek_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                  "\nBrief:", "\n<mode>: mode name. ex. gateway, bridge", true,
+                                  apply_options};
 
-int vek_main(int argc, char **argv) { return group_run(vek_frame, argc, argv); }
+int vek_main(int argc, char **argv) { return group_run<vek_frame>(argc, argv); }

@@ -25,14 +25,14 @@ const char kUsage[] =
     "vektool xapp clearxdb\0"
     "vektool xapp clearxr\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_STRING('f', nullptr, &g_file, ""),
     OPT_BOOLEAN(0, "json", &g_options.json, ""),
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"getxdb", getxdb},
     {"getxr", getxr},
     {"loadxdb", loadxdb},
@@ -43,7 +43,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame xapp_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                               nullptr, nullptr, false, nullptr};
+constexpr GroupFrame xapp_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                   nullptr, nullptr, false, nullptr};
 
-int xapp_main(int argc, char **argv) { return group_run(xapp_frame, argc, argv); }
+int xapp_main(int argc, char **argv) { return group_run<xapp_frame>(argc, argv); }

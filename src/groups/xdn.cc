@@ -18,14 +18,14 @@ const char kUsage[] =
     "vektool xdn load [-f <file>]\0"
     "vektool xdn clear\0";
 
-const argparse_option kOptions[] = {
+constexpr argparse_option kOptions[] = {
     OPT_HELP(),
     OPT_STRING('f', nullptr, &g_file, ""),
     OPT_BOOLEAN(0, "json", &g_options.json, ""),
     OPT_END(),
 };
 
-const CommandEntry kCommands[] = {
+constexpr CommandEntry kCommands[] = {
     {"get", get},
     {"load", load},
     {"clear", clear},
@@ -33,7 +33,7 @@ const CommandEntry kCommands[] = {
 
 }  // namespace
 
-const GroupFrame xdn_frame = {kUsage, kOptions, kCommands, countof(kCommands),
-                              nullptr, nullptr, false, nullptr};
+constexpr GroupFrame xdn_frame = {kUsage, kOptions, kCommands, countof(kCommands),
+                                  nullptr, nullptr, false, nullptr};
 
-int xdn_main(int argc, char **argv) { return group_run(xdn_frame, argc, argv); }
+int xdn_main(int argc, char **argv) { return group_run<xdn_frame>(argc, argv); }

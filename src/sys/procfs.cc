@@ -6,6 +6,7 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 
@@ -16,13 +17,19 @@
 namespace {
 
 // The lines of a control file, read in blocks, never more than
-// CONTROL_FILE_MAX bytes in all. Only the line being looked at is kept.
+// CONTROL_FILE_MAX bytes in all. Only the line being looked at is kept. The
+// first block is the reader's own: an engine record file fits in it, and a
+// heap block of that size would be the first large allocation after the
+// configuration's dictionary was freed, for which the C library first sorts
+// every freed chunk.
 class LineReader {
  public:
-  explicit LineReader(int fd) : fd_(fd) {}
+  explicit LineReader(int fd) : fd_(fd), data_(first_) {}
   LineReader(const LineReader &) = delete;
   LineReader &operator=(const LineReader &) = delete;
-  ~LineReader() { free(data_); }
+  ~LineReader() {
+    if (data_ != first_) free(data_);
+  }
 
   // The next line, newline included (the last line may lack it): 1 with a
   // line, 0 at the end of the file, -1 when the file runs past the ceiling.
@@ -60,7 +67,13 @@ class LineReader {
   int fill() {
     if (end_ + kBlock > capacity_) {
       size_t size = capacity_ * 2 > end_ + kBlock ? capacity_ * 2 : end_ + kBlock;
-      char *grown = static_cast<char *>(realloc(data_, size));
+      char *grown;
+      if (data_ == first_) {
+        grown = static_cast<char *>(malloc(size));
+        if (grown) memcpy(grown, data_, end_);
+      } else {
+        grown = static_cast<char *>(realloc(data_, size));
+      }
       if (!grown) return -1;
       data_ = grown;
       capacity_ = size;
@@ -74,8 +87,9 @@ class LineReader {
   }
 
   int fd_;
-  char *data_ = nullptr;
-  size_t capacity_ = 0;
+  char first_[kBlock];
+  char *data_;
+  size_t capacity_ = kBlock;
   size_t begin_ = 0;  // where the next line starts
   size_t end_ = 0;    // end of the bytes held
   size_t total_ = 0;  // bytes read from the file so far

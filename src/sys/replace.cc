@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/random.h>
+#include <sys/syscall.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -75,7 +76,9 @@ void temp_prefix(char *out, size_t size, const char *name) { snprintf(out, size,
 void temp_name(char *out, size_t size, const char *name) {
   static const char kLetters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
   unsigned char noise[6];
-  if (getrandom(noise, sizeof noise, GRND_NONBLOCK) != static_cast<ssize_t>(sizeof noise)) {
+  // The system call itself, not the C library's getrandom: the wrapper would
+  // add a C library version for the dynamic loader to check at every start.
+  if (syscall(SYS_getrandom, noise, sizeof noise, GRND_NONBLOCK) != static_cast<long>(sizeof noise)) {
     struct timespec now;
     clock_gettime(CLOCK_MONOTONIC, &now);
     for (size_t i = 0; i < sizeof noise; i++) noise[i] = static_cast<unsigned char>(now.tv_nsec >> (i * 5));

@@ -163,9 +163,10 @@ int scan32(const char *text, const char *format, ...) {
 namespace {
 
 // What strtol32 and strtoul32 share: the base check (EINVAL), the digits
-// and where they end. False for a base strtol refuses.
+// and where they end. False for a base strtol refuses. As strtol, errno is
+// left alone unless there is an error (so vek.ini's log level is read
+// without the C library's errno location, a symbol lookup at every start).
 bool read_for_strto(const char *text, char **end, int base, bool *negative, uint64_t *magnitude) {
-  errno = 0;
   if (!valid_base(base)) {
     errno = EINVAL;
     return false;

@@ -14,6 +14,8 @@ int scan32(const char *text, const char *format, ...);
 
 // strtol/strtoul of a 32-bit gateway: the value held to the range of long and
 // unsigned long there (int and unsigned int), errno set to ERANGE when it was
-// held. `end` as in strtol (may be null); base as in strtol.
+// held (and, as by strtol, left alone when nothing went wrong: a caller that
+// looks at it clears it first). `end` as in strtol (may be null); base as in
+// strtol.
 long strtol32(const char *text, char **end, int base);
 unsigned long strtoul32(const char *text, char **end, int base);

@@ -82,8 +82,14 @@ char *trim_spaces(char *text) { return trim(text); }
 
 static size_t min_size(size_t a, size_t b) { return a < b ? a : b; }
 
+// Not join_text with an empty second text: vek.ini's thirty values are
+// copied at every start.
 char *copy_text(char *buffer, size_t size, const char *text) {
-  return join_text(buffer, size, text, "");
+  if (size == 0) return buffer;
+  size_t used = min_size(strlen(text), size - 1);
+  memcpy(buffer, text, used);
+  buffer[used] = '\0';
+  return buffer;
 }
 
 char *join_text(char *buffer, size_t size, const char *first, const char *second) {
